@@ -1,0 +1,30 @@
+// What every format reader and framer looks like to the parse driver.
+#pragma once
+
+#include <cstdint>
+
+#include "engine/record.h"
+
+namespace orvane {
+
+// Local date and time read at the start of a parse; readers take the current year
+// from it to expand two-digit years.
+struct ParseClock {
+    int32_t parseYear;
+    int32_t parseMonth;   // 1..12
+    int32_t parseDay;     // 1..31
+    int32_t parseHour;    // 0..23
+    int32_t parseMinute;  // 0..59
+    int32_t parseSecond;
+};
+
+// Normalises the caller's bytes into out; returns 0 or a negative status.
+using Framer = int32_t (*)(const char* input, int32_t inputLength, char* out, int32_t outCapacity,
+                           int32_t* outLength);
+
+// Reads framed text into the record: 0 when it recognised its document, else negative.
+// The text is the driver's own copy and may be rewritten in place.
+using FormatParser = int32_t (*)(char* text, int32_t length, ParsedRecord* record,
+                                 const ParseClock* clock);
+
+}  // namespace orvane

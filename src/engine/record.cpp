@@ -1,0 +1,316 @@
+#include "engine/record.h"
+
+#include <cstring>
+
+#include "engine/status.h"
+
+namespace orvane {
+namespace {
+
+// Membership in a C-string set; the NUL byte is never a member.
+bool inSet(char c, const char* set) {
+    for (const char* p = set; *p != '\0'; ++p) {
+        if (*p == c) return true;
+    }
+    return false;
+}
+
+bool hasMembers(const char* set) { return set != nullptr && *set != '\0'; }
+
+// Adds a terminator after the last value while room remains for one more value.
+void terminateValue(ParsedRecord* record) {
+    if (record->workUsed < record->workCapacity - 1) {
+        record->workBuffer[record->workUsed] = '\0';
+        record->workUsed += 1;
+    }
+}
+
+FieldSlot* clearSlot(FieldSlot* slot) {
+    slot->data = nullptr;
+    slot->length = 0;
+    return slot;
+}
+
+// Runs one copy into the free part of the work buffer and commits its result to the
+// slot. The copy returns the bytes it used; valueLength maps that to the slot length.
+template <typename Copy, typename ValueLength>
+FieldSlot* storeCopy(ParsedRecord* record, FieldId id, Copy copy, ValueLength valueLength) {
+    if (record == nullptr || id >= kFieldCount) return nullptr;
+    FieldSlot* slot = &record->fields[id];
+    if (record->workBuffer == nullptr) return clearSlot(slot);
+    const int32_t room = record->workCapacity - record->workUsed;
+    char* dst = record->workBuffer + record->workUsed;
+    int32_t used = room > 0 ? copy(dst, room) : 0;
+    if (used > room) used = room;
+    const int32_t length = used > 0 ? valueLength(used) : 0;
+    if (length < 1) return clearSlot(slot);
+    slot->data = dst;
+    slot->length = length;
+    record->workUsed += used;
+    terminateValue(record);
+    return slot;
+}
+
+int32_t sameLength(int32_t used) { return used; }
+
+}  // namespace
+
+TextSpan makeSpan(const char* text) {
+    if (text == nullptr) return TextSpan{nullptr, 0};
+    return TextSpan{text, static_cast<int32_t>(std::strlen(text))};
+}
+
+int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
+                     const char* collapseSet, char replaceChar) {
+    if (dst == nullptr || cap < 1 || !spanUsable(span)) return 0;
+    const bool replacing = hasMembers(replaceSet);
+    const bool collapsing = hasMembers(collapseSet);
+    int32_t written = 0;
+    for (int32_t i = 0; i < span.length && written < cap; ++i) {
+        char c = span.data[i];
+        if (replacing && inSet(c, replaceSet)) {
+            if (replaceChar == '\0') continue;
+            c = replaceChar;
+        }
+        if (collapsing && written > 0 && dst[written - 1] == c && inSet(c, collapseSet)) continue;
+        dst[written++] = c;
+    }
+    return written;
+}
+
+int32_t copyFilteredZ(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
+                      const char* collapseSet, char replaceChar) {
+    if (dst == nullptr || cap < 1) return 0;
+    const int32_t written = copyFiltered(dst, cap - 1, span, replaceSet, collapseSet, replaceChar);
+    if (written < 1) return 0;
+    dst[written] = '\0';
+    return written + 1;
+}
+
+int32_t joinSpans(char* dst, int32_t cap, const TextSpan* spans, int32_t count,
+                  const char* separator, const char* replaceSet, const char* collapseSet,
+                  char replaceChar) {
+    if (dst == nullptr || cap < 1 || spans == nullptr) return 0;
+    int32_t written = 0;
+    bool first = true;
+    for (int32_t i = 0; i < count && written < cap; ++i) {
+        if (!spanUsable(spans[i])) continue;
+        if (!first && separator != nullptr) {
+            for (const char* s = separator; *s != '\0' && written < cap; ++s) dst[written++] = *s;
+            if (written >= cap) break;
+        }
+        first = false;
+        written += copyFiltered(dst + written, cap - written, spans[i], replaceSet, collapseSet,
+                                replaceChar);
+    }
+    return written;
+}
+
+int32_t joinSpansZ(char* dst, int32_t cap, const TextSpan* spans, int32_t count,
+                   const char* separator, const char* replaceSet, const char* collapseSet,
+                   char replaceChar) {
+    if (dst == nullptr || cap < 1) return 0;
+    const int32_t written =
+        joinSpans(dst, cap - 1, spans, count, separator, replaceSet, collapseSet, replaceChar);
+    if (written < 1) return 0;
+    dst[written] = '\0';
+    return written + 1;
+}
+
+int32_t copyMapped(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
+                   CharTest collapseTest, char replaceChar) {
+    if (dst == nullptr || cap < 1 || !spanUsable(span)) return 0;
+    int32_t written = 0;
+    for (int32_t i = 0; i < span.length && written < cap; ++i) {
+        char c = span.data[i];
+        if (dropTest != nullptr && dropTest(static_cast<unsigned char>(c))) {
+            if (replaceChar == '\0') continue;
+            c = replaceChar;
+        }
+        if (collapseTest != nullptr && written > 0 && dst[written - 1] == c &&
+            collapseTest(static_cast<unsigned char>(c))) {
+            continue;
+        }
+        dst[written++] = c;
+    }
+    return written;
+}
+
+int32_t copyMappedZ(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
+                    CharTest collapseTest, char replaceChar) {
+    if (dst == nullptr || cap < 1) return 0;
+    const int32_t written = copyMapped(dst, cap - 1, span, dropTest, collapseTest, replaceChar);
+    if (written < 1) return 0;
+    dst[written] = '\0';
+    return written + 1;
+}
+
+int32_t copyLiteralZ(char* dst, int32_t cap, const char* text) {
+    if (text == nullptr) return 0;
+    return copyFilteredZ(dst, cap, makeSpan(text), nullptr, nullptr, '\0');
+}
+
+FieldSlot* setFieldFromSpan(ParsedRecord* record, FieldId id, TextSpan span,
+                            const char* replaceSet, const char* collapseSet, char replaceChar) {
+    return storeCopy(
+        record, id,
+        [&](char* dst, int32_t room) {
+            return copyFiltered(dst, room, span, replaceSet, collapseSet, replaceChar);
+        },
+        sameLength);
+}
+
+FieldSlot* setFieldJoined(ParsedRecord* record, FieldId id, const TextSpan* spans,
+                          int32_t count, const char* separator, const char* replaceSet,
+                          const char* collapseSet, char replaceChar) {
+    // Deliberately keeps the joined copy's own terminator in the buffer and then adds
+    // the usual one, so a joined value occupies its length plus two bytes.
+    return storeCopy(
+        record, id,
+        [&](char* dst, int32_t room) {
+            return joinSpansZ(dst, room, spans, count, separator, replaceSet, collapseSet,
+                              replaceChar);
+        },
+        [](int32_t used) { return used - 1; });
+}
+
+FieldSlot* setFieldMapped(ParsedRecord* record, FieldId id, TextSpan span, CharTest dropTest,
+                          CharTest collapseTest, char replaceChar) {
+    return storeCopy(
+        record, id,
+        [&](char* dst, int32_t room) {
+            return copyMapped(dst, room, span, dropTest, collapseTest, replaceChar);
+        },
+        sameLength);
+}
+
+FieldSlot* setFieldProduced(ParsedRecord* record, FieldId id, const void* context,
+                            FieldProducer producer) {
+    if (producer == nullptr) return nullptr;
+    return storeCopy(
+        record, id, [&](char* dst, int32_t room) { return producer(context, dst, room); },
+        sameLength);
+}
+
+FieldSlot* setFieldLiteral(ParsedRecord* record, FieldId id, const char* text) {
+    if (text == nullptr) return nullptr;
+    return setFieldFromSpan(record, id, makeSpan(text), nullptr, nullptr, '\0');
+}
+
+FieldSlot* setFieldDate(ParsedRecord* record, FieldId id, const DateValue* date) {
+    if (record == nullptr || date == nullptr || id >= kFieldCount) return nullptr;
+    if (record->workBuffer == nullptr) return nullptr;
+    // Unlike the other setters, a date that does not fit leaves the slot as it was.
+    if (record->workCapacity - record->workUsed < 8) return nullptr;
+    char* dst = record->workBuffer + record->workUsed;
+    // A component wider than its field writes nothing and leaves the zero bytes of the
+    // reset buffer in its place, deliberately.
+    formatInt(date->year, dst, 4, 1);
+    formatInt(date->month, dst + 4, 2, 1);
+    formatInt(date->day, dst + 6, 2, 1);
+    FieldSlot* slot = &record->fields[id];
+    slot->data = dst;
+    slot->length = 8;
+    record->workUsed += 8;
+    terminateValue(record);
+    return slot;
+}
+
+int32_t firstFilledField(const ParsedRecord* record, const FieldId* ids, int32_t count,
+                         TextSpan* out) {
+    if (record == nullptr || ids == nullptr || out == nullptr) return kErrInvalidArgument;
+    for (int32_t i = 0; i < count; ++i) {
+        if (ids[i] >= kFieldCount) continue;
+        const FieldSlot& slot = record->fields[ids[i]];
+        if (spanUsable(slot)) {
+            *out = slot;
+            return kOk;
+        }
+    }
+    return kErrNoneFilled;
+}
+
+int32_t fieldMissing(const ParsedRecord* record, FieldId id) {
+    // Ids beyond the record count as missing rather than being read out of bounds.
+    if (record == nullptr || id >= kFieldCount) return -1;
+    return spanUsable(record->fields[id]) ? 0 : -1;
+}
+
+int32_t resetRecord(ParsedRecord* record) {
+    if (record == nullptr || record->workBuffer == nullptr || record->workCapacity < 1) {
+        return kErrInvalidArgument;
+    }
+    record->formatGroup = kNoFormatGroup;
+    record->formatId = kNoFormatId;
+    record->workUsed = 0;
+    std::memset(record->fields, 0, sizeof record->fields);
+    std::memset(record->workBuffer, 0, static_cast<size_t>(record->workCapacity));
+    return kOk;
+}
+
+int32_t attachWorkBuffer(ParsedRecord* record, char* buffer, int32_t capacity) {
+    if (record == nullptr || buffer == nullptr || capacity < 1) return kErrInvalidArgument;
+    record->workBuffer = buffer;
+    record->workCapacity = capacity;
+    return resetRecord(record);
+}
+
+void sanitizeWorkBuffer(ParsedRecord* record) {
+    if (record == nullptr || record->workBuffer == nullptr) return;
+    for (int32_t i = 0; i < record->workUsed && i < record->workCapacity; ++i) {
+        const unsigned char c = static_cast<unsigned char>(record->workBuffer[i]);
+        if (c != 0 && (c < 0x20 || c > 0x7E)) record->workBuffer[i] = ' ';
+    }
+}
+
+void spanSkip(TextSpan* span, int32_t n) {
+    if (span == nullptr || span->data == nullptr || span->length < 1 || n < 1) return;
+    if (n < span->length) {
+        span->data += n;
+        span->length -= n;
+        return;
+    }
+    // Deliberately leaves data on the span's last character rather than past its end.
+    span->data += span->length - 1;
+    span->length = 0;
+}
+
+int32_t lookupPair(uint32_t key, const PairEntry* pairs, int32_t count, int32_t* index) {
+    int32_t start = 0;
+    if (index != nullptr) {
+        if (*index < 0 || *index >= count) return -1;
+        start = *index;
+    } else if (count < 1) {
+        return -1;
+    }
+    if (pairs == nullptr) return -1;
+    for (int32_t i = start; i < count; ++i) {
+        if (pairs[i].key == key) {
+            if (index != nullptr) *index = i;
+            return pairs[i].value;
+        }
+    }
+    if (index != nullptr) *index = count;
+    return -1;
+}
+
+int32_t formatInt(int64_t value, char* dst, int32_t width, int zeroPad) {
+    if (dst == nullptr || width < 1) return 0;
+    const bool negative = value < 0;
+    uint64_t magnitude = negative ? 0 - static_cast<uint64_t>(value) : static_cast<uint64_t>(value);
+    int32_t digits = 1;
+    for (uint64_t rest = magnitude / 10; rest != 0; rest /= 10) ++digits;
+    const int32_t needed = digits + (negative ? 1 : 0);
+    if (needed > width) return 0;
+    const int32_t length = zeroPad ? width : needed;
+    std::memset(dst, '0', static_cast<size_t>(length));
+    int32_t pos = length - 1;
+    do {
+        dst[pos--] = static_cast<char>('0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude != 0);
+    if (negative) dst[0] = '-';
+    return length;
+}
+
+}  // namespace orvane

@@ -1,0 +1,119 @@
+// The parsed record and the field store: every reader writes its results here, every
+// getter reads them from here. Nothing in this unit allocates; the work buffer belongs
+// to the parser handle.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "engine/field_ids.h"
+
+namespace orvane {
+
+// A non-owning view of text. Usable when data is set and length >= 1.
+struct TextSpan {
+    const char* data;
+    int32_t length;
+};
+
+// A slot is a span into the record's work buffer; filled when usable.
+using FieldSlot = TextSpan;
+
+// A calendar date; the time of day is carried for callers that compare with the
+// parse time and is not written by the date setter.
+struct DateValue {
+    int32_t year;
+    int32_t month;
+    int32_t day;
+    int32_t hour;
+    int32_t minute;
+    int32_t second;
+};
+
+struct ParsedRecord {
+    uint32_t formatGroup;  // 6 after a reset: no format
+    uint32_t formatId;     // 68 after a reset: no format
+    FieldSlot fields[kFieldCount];
+    char* workBuffer;  // not owned
+    int32_t workCapacity;
+    int32_t workUsed;
+};
+
+inline constexpr uint32_t kNoFormatGroup = 6;
+inline constexpr uint32_t kNoFormatId = 68;
+
+// One entry of a key-to-value table searched by lookupPair.
+struct PairEntry {
+    uint32_t key;
+    int32_t value;
+};
+
+// A character test; receives the byte as an unsigned value.
+using CharTest = int (*)(int c);
+// Writes at most room bytes at dst and returns how many it wrote.
+using FieldProducer = int32_t (*)(const void* context, char* dst, int32_t room);
+
+inline bool spanUsable(TextSpan span) { return span.data != nullptr && span.length >= 1; }
+inline TextSpan makeSpan(const char* data, int32_t length) { return TextSpan{data, length}; }
+// The span of a C string; a null string gives a null span.
+TextSpan makeSpan(const char* text);
+
+// Copy operations. The plain forms write no terminator and return the characters
+// written; the Z forms write at most cap - 1 characters plus a NUL and return
+// written + 1, or 0 (writing nothing) when no character was copied.
+int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
+                     const char* collapseSet, char replaceChar);
+int32_t copyFilteredZ(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
+                      const char* collapseSet, char replaceChar);
+int32_t joinSpans(char* dst, int32_t cap, const TextSpan* spans, int32_t count,
+                  const char* separator, const char* replaceSet, const char* collapseSet,
+                  char replaceChar);
+int32_t joinSpansZ(char* dst, int32_t cap, const TextSpan* spans, int32_t count,
+                   const char* separator, const char* replaceSet, const char* collapseSet,
+                   char replaceChar);
+int32_t copyMapped(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
+                   CharTest collapseTest, char replaceChar);
+int32_t copyMappedZ(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
+                    CharTest collapseTest, char replaceChar);
+int32_t copyLiteralZ(char* dst, int32_t cap, const char* text);
+
+// Setters: append the value to the work buffer and point the slot at it. They return
+// the slot, or null for a null record or a FieldId above 139. A value that yields no
+// character clears the slot.
+FieldSlot* setFieldFromSpan(ParsedRecord* record, FieldId id, TextSpan span,
+                            const char* replaceSet, const char* collapseSet, char replaceChar);
+FieldSlot* setFieldJoined(ParsedRecord* record, FieldId id, const TextSpan* spans,
+                          int32_t count, const char* separator, const char* replaceSet,
+                          const char* collapseSet, char replaceChar);
+FieldSlot* setFieldMapped(ParsedRecord* record, FieldId id, TextSpan span, CharTest dropTest,
+                          CharTest collapseTest, char replaceChar);
+FieldSlot* setFieldProduced(ParsedRecord* record, FieldId id, const void* context,
+                            FieldProducer producer);
+FieldSlot* setFieldLiteral(ParsedRecord* record, FieldId id, const char* text);
+FieldSlot* setFieldDate(ParsedRecord* record, FieldId id, const DateValue* date);
+
+// Readers.
+int32_t firstFilledField(const ParsedRecord* record, const FieldId* ids, int32_t count,
+                         TextSpan* out);
+template <size_t N>
+int32_t firstFilledField(const ParsedRecord* record, const FieldId (&ids)[N], TextSpan* out) {
+    return firstFilledField(record, ids, static_cast<int32_t>(N), out);
+}
+// 0 and the slot's span when the one slot is filled, -16 otherwise.
+inline int32_t readField(const ParsedRecord* record, FieldId id, TextSpan* out) {
+    return firstFilledField(record, &id, 1, out);
+}
+// 0 when the slot is filled, -1 otherwise (also for an id beyond the record).
+int32_t fieldMissing(const ParsedRecord* record, FieldId id);
+
+// Record operations.
+int32_t resetRecord(ParsedRecord* record);
+int32_t attachWorkBuffer(ParsedRecord* record, char* buffer, int32_t capacity);
+void sanitizeWorkBuffer(ParsedRecord* record);
+
+// Span and number helpers of the store.
+void spanSkip(TextSpan* span, int32_t n);
+int32_t lookupPair(uint32_t key, const PairEntry* pairs, int32_t count, int32_t* index);
+int32_t formatInt(int64_t value, char* dst, int32_t width, int zeroPad);
+
+}  // namespace orvane

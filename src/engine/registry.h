@@ -1,0 +1,31 @@
+// The table of every input format the library knows, in the order the driver tries them.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "engine/format.h"
+
+namespace orvane {
+
+// Families of the formatGroup column.
+inline constexpr uint32_t kGroupAamva = 0;
+inline constexpr uint32_t kGroupStripe = 1;
+inline constexpr uint32_t kGroupRegional = 2;
+inline constexpr uint32_t kGroupCommonAccessCard = 3;
+inline constexpr uint32_t kGroupNational = 4;
+inline constexpr uint32_t kGroupMrz = 5;
+
+struct FormatDescriptor {
+    uint32_t formatGroup;
+    uint32_t formatId;
+    Framer framer;
+    FormatParser parser;
+    const char* expectedCountry;       // alpha-3 the record must yield, or null
+    const char* expectedJurisdiction;  // two-letter code the record must yield, or null
+};
+
+// The rows in trial order: the first of equally scored rows wins.
+std::span<const FormatDescriptor> formatRegistry();
+
+}  // namespace orvane

@@ -1,0 +1,225 @@
+#include "fields/text.h"
+
+#include <cstring>
+
+#include "engine/status.h"
+
+namespace orvane {
+namespace {
+
+bool inSet(char c, const char* set) {
+    for (const char* p = set; *p != '\0'; ++p) {
+        if (*p == c) return true;
+    }
+    return false;
+}
+
+int32_t compareBytes(char a, char b) {
+    // Signed comparison of the differing bytes, as the callers expect.
+    return static_cast<signed char>(a) < static_cast<signed char>(b) ? -1 : 1;
+}
+
+bool matchesAt(const char* text, TextSpan pattern) {
+    return std::memcmp(text, pattern.data, static_cast<size_t>(pattern.length)) == 0;
+}
+
+}  // namespace
+
+int isPrintableCode(int c) { return c >= 33 && c <= 125; }
+int isNotPrintableCode(int c) { return !isPrintableCode(c); }
+int isBlankOrNul(int c) { return c == 0 || c == ' ' || (c >= 9 && c <= 13); }
+int isDigitOrPoint(int c) { return isAsciiDigit(c) || c == '.'; }
+int isWordChar(int c) { return isAsciiAlnum(c) || c == '_' || isAsciiSpace(c); }
+int isWhiteSpace(int c) { return isAsciiSpace(c); }
+
+void trimLeadingIf(TextSpan* span, CharTest test) {
+    if (span == nullptr || span->data == nullptr || test == nullptr) return;
+    while (span->length > 0 && test(static_cast<unsigned char>(span->data[0]))) {
+        ++span->data;
+        --span->length;
+    }
+}
+
+void trimTrailingIf(TextSpan* span, CharTest test) {
+    if (span == nullptr || span->data == nullptr || test == nullptr) return;
+    while (span->length > 0 && test(static_cast<unsigned char>(span->data[span->length - 1]))) {
+        --span->length;
+    }
+}
+
+void trimIf(TextSpan* span, CharTest test) {
+    trimLeadingIf(span, test);
+    trimTrailingIf(span, test);
+}
+
+void trimLeadingSet(TextSpan* span, const char* set) {
+    if (span == nullptr || span->data == nullptr || set == nullptr) return;
+    while (span->length > 0 && inSet(span->data[0], set)) {
+        ++span->data;
+        --span->length;
+    }
+}
+
+void trimTrailingSet(TextSpan* span, const char* set) {
+    if (span == nullptr || span->data == nullptr || set == nullptr) return;
+    while (span->length > 0 && inSet(span->data[span->length - 1], set)) --span->length;
+}
+
+void trimSet(TextSpan* span, const char* set) {
+    trimLeadingSet(span, set);
+    trimTrailingSet(span, set);
+}
+
+int32_t allChars(TextSpan span, CharTest test) {
+    if (span.data == nullptr || test == nullptr) return -1;
+    for (int32_t i = 0; i < span.length; ++i) {
+        if (!test(static_cast<unsigned char>(span.data[i]))) return 1;
+    }
+    return 0;
+}
+
+int32_t nextToken(TextSpan span, TextSpan* token, TextSpan* rest, const char* delimiters,
+                  int flags) {
+    if (token == nullptr || rest == nullptr) return 0;
+    *token = TextSpan{span.data, 0};
+    *rest = TextSpan{span.data, 0};
+    if (span.data == nullptr || span.length < 1) return 0;
+    const char* set = delimiters != nullptr ? delimiters : "";
+    int32_t start = 0;
+    if (flags & kSkipEmptyTokens) {
+        while (start < span.length && inSet(span.data[start], set)) ++start;
+        if (start == span.length) {
+            *rest = TextSpan{span.data + start, 0};
+            return 0;
+        }
+    }
+    int32_t end = start;
+    while (end < span.length && !inSet(span.data[end], set)) ++end;
+    *token = TextSpan{span.data + start, end - start};
+    const int32_t next = end < span.length ? end + 1 : end;
+    *rest = TextSpan{span.data + next, span.length - next};
+    return 1;
+}
+
+int32_t splitTokens(TextSpan span, TextSpan* tokens, int32_t max, const char* delimiters,
+                    int flags) {
+    if (tokens == nullptr || span.data == nullptr || span.length < 1 || max < 0) return 0;
+    int32_t count = 0;
+    TextSpan token;
+    TextSpan rest = span;
+    while (count < max && nextToken(rest, &token, &rest, delimiters, flags)) {
+        if ((flags & kSkipEmptyTokens) && token.length < 1) continue;
+        tokens[count++] = token;
+    }
+    return count;
+}
+
+int32_t removeWords(TextSpan* tokens, int32_t count, const char* const* words,
+                    int32_t wordCount) {
+    if (tokens == nullptr || count < 1) return 0;
+    int32_t kept = 0;
+    for (int32_t i = 0; i < count; ++i) {
+        if (!spanInList(tokens[i], words, wordCount)) tokens[kept++] = tokens[i];
+    }
+    return kept;
+}
+
+int32_t spanEquals(TextSpan span, const char* text) {
+    if (span.data == nullptr || text == nullptr) {
+        return (span.data == nullptr && text == nullptr) ? 0 : 1;
+    }
+    return spanCompare(span, makeSpan(text), 0);
+}
+
+int32_t spanCompare(TextSpan a, TextSpan b, int flags) {
+    if (a.data == nullptr || b.data == nullptr) return (a.data == nullptr && b.data == nullptr) ? 0 : 1;
+    if (a.length != b.length) return a.length - b.length;
+    for (int32_t i = 0; i < a.length; ++i) {
+        char x = a.data[i];
+        char y = b.data[i];
+        if (flags & kIgnoreCase) {
+            x = toAsciiUpper(x);
+            y = toAsciiUpper(y);
+        }
+        if (x != y) return compareBytes(x, y);
+    }
+    return 0;
+}
+
+bool spanInList(TextSpan span, const char* const* words, int32_t wordCount) {
+    if (words == nullptr) return false;
+    for (int32_t i = 0; i < wordCount; ++i) {
+        if (spanEquals(span, words[i]) == 0) return true;
+    }
+    return false;
+}
+
+int32_t spanFind(TextSpan haystack, TextSpan needle) {
+    if (!spanUsable(haystack) || !spanUsable(needle) || needle.length > haystack.length) return -1;
+    const int32_t last = haystack.length - needle.length;
+    for (int32_t i = 0; i <= last; ++i) {
+        if (haystack.data[i] == needle.data[0] && matchesAt(haystack.data + i, needle)) return i;
+    }
+    return -1;
+}
+
+int32_t replaceAll(char* buffer, int32_t used, int32_t capacity, TextSpan pattern,
+                   TextSpan replacement) {
+    if (buffer == nullptr || used < 1 || !spanUsable(pattern)) return used < 0 ? 0 : used;
+    const int32_t replacementLength = replacement.data != nullptr ? replacement.length : 0;
+    if (replacementLength <= pattern.length) {
+        // Never grows: one forward pass with the write position behind the read position.
+        int32_t write = 0;
+        int32_t read = 0;
+        while (read < used) {
+            if (read + pattern.length <= used && matchesAt(buffer + read, pattern)) {
+                std::memmove(buffer + write, replacement.data, static_cast<size_t>(replacementLength));
+                write += replacementLength;
+                read += pattern.length;
+            } else {
+                buffer[write++] = buffer[read++];
+            }
+        }
+        return write;
+    }
+    // Grows: shift the tail for each occurrence while the capacity allows it.
+    const int32_t growth = replacementLength - pattern.length;
+    int32_t length = used;
+    int32_t pos = 0;
+    while (pos + pattern.length <= length) {
+        if (!matchesAt(buffer + pos, pattern)) {
+            ++pos;
+            continue;
+        }
+        if (length + growth > capacity) break;
+        const int32_t tail = pos + pattern.length;
+        std::memmove(buffer + tail + growth, buffer + tail, static_cast<size_t>(length - tail));
+        std::memcpy(buffer + pos, replacement.data, static_cast<size_t>(replacementLength));
+        length += growth;
+        pos += replacementLength;
+    }
+    return length;
+}
+
+int32_t decodeBase32Hex(TextSpan span, uint64_t* out) {
+    if (span.data == nullptr || span.length < 1 || out == nullptr) return kErrInvalidArgument;
+    uint64_t value = 0;
+    for (int32_t i = 0; i < span.length; ++i) {
+        const char c = span.data[i];
+        uint64_t digit;
+        if (c >= '0' && c <= '9') {
+            digit = static_cast<uint64_t>(c - '0');
+        } else if (c >= 'A' && c <= 'V') {
+            digit = static_cast<uint64_t>(c - 'A' + 10);
+        } else if (c == '=') {
+            break;
+        } else {
+            return kErrBadDigit;
+        }
+        value = value * 32 + digit;
+    }
+    *out = value;
+    return kOk;
+}
+
+}  // namespace orvane

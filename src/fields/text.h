@@ -1,0 +1,84 @@
+// Small span and character operations shared by every reader and field worker. Spans
+// are narrowed by moving their pointer and length, never by writing into the text.
+#pragma once
+
+#include <cstdint>
+
+#include "engine/record.h"
+
+namespace orvane {
+
+// Character classes of the "C" locale, safe for any byte value.
+constexpr int isAsciiDigit(int c) { return c >= '0' && c <= '9'; }
+constexpr int isAsciiUpper(int c) { return c >= 'A' && c <= 'Z'; }
+constexpr int isAsciiLower(int c) { return c >= 'a' && c <= 'z'; }
+constexpr int isAsciiAlpha(int c) { return isAsciiUpper(c) || isAsciiLower(c); }
+constexpr int isAsciiAlnum(int c) { return isAsciiAlpha(c) || isAsciiDigit(c); }
+constexpr int isAsciiSpace(int c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+constexpr int isAsciiHexDigit(int c) {
+    return isAsciiDigit(c) || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
+}
+constexpr char toAsciiUpper(char c) {
+    return isAsciiLower(static_cast<unsigned char>(c)) ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+// Predicates of the field workers. The printable range deliberately stops at 125 and
+// leaves out the blank and the tilde.
+int isPrintableCode(int c);
+int isNotPrintableCode(int c);
+int isBlankOrNul(int c);
+int isDigitOrPoint(int c);
+int isWordChar(int c);
+int isWhiteSpace(int c);
+
+// Delimiter and edge sets used across the field workers.
+inline constexpr const char* kWordDelimiters = " ,$@\t\n\r";
+inline constexpr const char* kTokenEdgeSet = " ,$@\\/-^\t\n\r";
+inline constexpr const char* kGivenNameDelimiters = " ,$@";
+inline constexpr const char* kPartDelimiters = ",$@";
+inline constexpr const char* kBlank = " ";
+
+// Flags of nextToken/splitTokens and spanCompare.
+inline constexpr int kSkipEmptyTokens = 1;
+inline constexpr int kIgnoreCase = 1;
+
+void trimLeadingIf(TextSpan* span, CharTest test);
+void trimTrailingIf(TextSpan* span, CharTest test);
+void trimIf(TextSpan* span, CharTest test);
+void trimLeadingSet(TextSpan* span, const char* set);
+void trimTrailingSet(TextSpan* span, const char* set);
+void trimSet(TextSpan* span, const char* set);
+
+// 0 when every character passes (also for an empty span), 1 otherwise, -1 for a null
+// span or test.
+int32_t allChars(TextSpan span, CharTest test);
+
+// Cuts the first token of span at a delimiter; rest is what follows that delimiter.
+// Returns 1 when a token was cut, 0 when the span held none.
+int32_t nextToken(TextSpan span, TextSpan* token, TextSpan* rest, const char* delimiters,
+                  int flags);
+// Repeated nextToken until max tokens or the end of the span; returns the count stored.
+int32_t splitTokens(TextSpan span, TextSpan* tokens, int32_t max, const char* delimiters,
+                    int flags);
+// Drops, in place and in order, every token equal to one of the words.
+int32_t removeWords(TextSpan* tokens, int32_t count, const char* const* words,
+                    int32_t wordCount);
+
+// 0 when equal; otherwise the length difference, or -1/1 by the first differing byte.
+int32_t spanEquals(TextSpan span, const char* text);
+int32_t spanCompare(TextSpan a, TextSpan b, int flags);
+// Whether the span is one of the words (exact comparison).
+bool spanInList(TextSpan span, const char* const* words, int32_t wordCount);
+// Index of the first occurrence of needle in haystack, or -1.
+int32_t spanFind(TextSpan haystack, TextSpan needle);
+
+// Replaces every occurrence of pattern in buffer[0, used), left to right, stopping at
+// the first replacement that would make the text longer than capacity.
+int32_t replaceAll(char* buffer, int32_t used, int32_t capacity, TextSpan pattern,
+                   TextSpan replacement);
+
+// Reads base-32 digits 0-9 and A-V; "=" ends the number. 0, -11 for another
+// character, -21 for a null or empty span.
+int32_t decodeBase32Hex(TextSpan span, uint64_t* out);
+
+}  // namespace orvane

@@ -1,0 +1,176 @@
+#include "fields/text.h"
+
+#include <gtest/gtest.h>
+
+#include "engine/status.h"
+#include "test_support.h"
+
+namespace orvane {
+namespace {
+
+using testing::span;
+using testing::text;
+
+TEST(Predicates, Ranges) {
+    EXPECT_FALSE(isPrintableCode(' '));
+    EXPECT_TRUE(isPrintableCode('!'));
+    EXPECT_TRUE(isPrintableCode('}'));
+    EXPECT_FALSE(isPrintableCode('~'));  // deliberately outside
+    EXPECT_FALSE(isPrintableCode(0xC3));
+    EXPECT_FALSE(isPrintableCode(-61));
+    EXPECT_TRUE(isNotPrintableCode(' '));
+    for (int c : {0, 9, 10, 11, 12, 13, 32}) EXPECT_TRUE(isBlankOrNul(c)) << c;
+    for (int c : std::initializer_list<int>{8, 14, 'A', 0xA0}) EXPECT_FALSE(isBlankOrNul(c)) << c;
+    EXPECT_TRUE(isDigitOrPoint('.'));
+    EXPECT_TRUE(isDigitOrPoint('7'));
+    EXPECT_FALSE(isDigitOrPoint(','));
+    for (int c : {'a', 'Z', '5', '_', ' ', '\n'}) EXPECT_TRUE(isWordChar(c)) << c;
+    for (int c : std::initializer_list<int>{'-', '$', 0xE9}) EXPECT_FALSE(isWordChar(c)) << c;
+}
+
+TEST(Trim, ByPredicateAndBySet) {
+    TextSpan s = makeSpan("   ");
+    trimIf(&s, isNotPrintableCode);
+    EXPECT_EQ(s.length, 0);
+    s = makeSpan(" \tAB C\r\n");
+    trimIf(&s, isWhiteSpace);
+    EXPECT_EQ(text(s), "AB C");
+    s = makeSpan("$,SMITH-/");
+    trimSet(&s, kTokenEdgeSet);
+    EXPECT_EQ(text(s), "SMITH");
+    s = makeSpan("<<A<<");
+    trimLeadingSet(&s, "<");
+    EXPECT_EQ(text(s), "A<<");
+    trimTrailingSet(&s, "<");
+    EXPECT_EQ(text(s), "A");
+    s = makeSpan("AB");
+    trimSet(&s, "");
+    EXPECT_EQ(text(s), "AB");
+    trimIf(nullptr, isWhiteSpace);
+}
+
+TEST(AllChars, VacuousAndNull) {
+    EXPECT_EQ(allChars(makeSpan(""), isDigitOrPoint), 0);
+    EXPECT_EQ(allChars(makeSpan("12.5"), isDigitOrPoint), 0);
+    EXPECT_NE(allChars(makeSpan("12a"), isDigitOrPoint), 0);
+    EXPECT_EQ(allChars(TextSpan{nullptr, 0}, isDigitOrPoint), -1);
+    EXPECT_EQ(allChars(makeSpan("1"), nullptr), -1);
+}
+
+TEST(Tokens, SplitWithAndWithoutEmptyTokens) {
+    struct Case {
+        const char* input;
+        const char* delimiters;
+        int flags;
+        int32_t max;
+        std::vector<std::string> expected;
+    };
+    const Case cases[] = {
+        {"SMITH,, JOHN", " ,$@", kSkipEmptyTokens, 8, {"SMITH", "JOHN"}},
+        {"A,,B", ",", 0, 8, {"A", "", "B"}},
+        {",A,", ",", 0, 8, {"", "A"}},
+        {"A B C D", " ", kSkipEmptyTokens, 3, {"A", "B", "C"}},
+        {"   ", " ", kSkipEmptyTokens, 8, {}},
+        {"ONE", "", 0, 8, {"ONE"}},
+        {"A|B", "|", 0, -1, {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.input);
+        TextSpan tokens[8];
+        const int32_t n = splitTokens(makeSpan(c.input), tokens, c.max, c.delimiters, c.flags);
+        ASSERT_EQ(n, static_cast<int32_t>(c.expected.size()));
+        for (int32_t i = 0; i < n; ++i) EXPECT_EQ(text(tokens[i]), c.expected[static_cast<size_t>(i)]);
+    }
+    TextSpan tokens[2];
+    EXPECT_EQ(splitTokens(TextSpan{nullptr, 0}, tokens, 2, ",", 0), 0);
+}
+
+TEST(Tokens, NextTokenGivesTheRest) {
+    TextSpan token;
+    TextSpan rest;
+    ASSERT_EQ(nextToken(makeSpan("DAQ123\nDCSDOE"), &token, &rest, "\n", 0), 1);
+    EXPECT_EQ(text(token), "DAQ123");
+    EXPECT_EQ(text(rest), "DCSDOE");
+    ASSERT_EQ(nextToken(rest, &token, &rest, "\n", 0), 1);
+    EXPECT_EQ(text(token), "DCSDOE");
+    EXPECT_EQ(rest.length, 0);
+    EXPECT_EQ(nextToken(rest, &token, &rest, "\n", 0), 0);
+    EXPECT_EQ(nextToken(makeSpan("\n\n"), &token, &rest, "\n", kSkipEmptyTokens), 0);
+}
+
+TEST(Tokens, RemoveWordsComparesWholeTokens) {
+    TextSpan tokens[4];
+    const int32_t n = splitTokens(makeSpan("JOHN JR JR. jr"), tokens, 4, " ", kSkipEmptyTokens);
+    const char* const words[] = {"JR"};
+    const int32_t kept = removeWords(tokens, n, words, 1);
+    ASSERT_EQ(kept, 3);
+    EXPECT_EQ(text(tokens[0]), "JOHN");
+    EXPECT_EQ(text(tokens[1]), "JR.");
+    EXPECT_EQ(text(tokens[2]), "jr");
+}
+
+TEST(Compare, SpanEqualsAndCompare) {
+    EXPECT_EQ(spanEquals(makeSpan("DL"), "DL"), 0);
+    EXPECT_EQ(spanEquals(makeSpan("DLX"), "DL"), 1);
+    EXPECT_EQ(spanEquals(makeSpan("D"), "DL"), -1);
+    EXPECT_EQ(spanEquals(makeSpan("DA"), "DL"), -1);
+    EXPECT_EQ(spanEquals(makeSpan("DZ"), "DL"), 1);
+    EXPECT_EQ(spanEquals(makeSpan("\xC3"), "A"), -1);  // signed bytes
+    EXPECT_EQ(spanEquals(TextSpan{nullptr, 0}, nullptr), 0);
+    EXPECT_NE(spanEquals(TextSpan{nullptr, 0}, ""), 0);
+    EXPECT_NE(spanEquals(makeSpan(""), nullptr), 0);
+    EXPECT_EQ(spanCompare(makeSpan("None"), makeSpan("NONE"), kIgnoreCase), 0);
+    EXPECT_NE(spanCompare(makeSpan("None"), makeSpan("NONE"), 0), 0);
+    EXPECT_EQ(spanFind(makeSpan("ABCABD"), makeSpan("ABD")), 3);
+    EXPECT_EQ(spanFind(makeSpan("AB"), makeSpan("ABC")), -1);
+}
+
+TEST(ReplaceAll, ShrinkingEqualAndGrowing) {
+    struct Case {
+        const char* input;
+        const char* pattern;
+        const char* replacement;
+        int32_t capacity;
+        const char* expected;
+    };
+    const Case cases[] = {
+        {"A\r\nB\r\nC", "\r\n", "\n", 64, "A\nB\nC"},
+        {"aaa", "aa", "b", 64, "ba"},
+        {"X@\n\nY", "@\n\n", "@\n\x1e\r", 64, "X@\n\x1e\rY"},
+        {"@\n\n@\n\n", "@\n\n", "@\n\x1e\r", 7, "@\n\x1e\r@\n\n"},  // stops at the capacity
+        {"ABAB", "AB", "", 64, ""},
+        {"ABC", "", "X", 64, "ABC"},
+        {"AXA", "X", "YY", 64, "AYYA"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.input);
+        char buffer[64] = {};
+        const int32_t used = static_cast<int32_t>(std::strlen(c.input));
+        std::memcpy(buffer, c.input, static_cast<size_t>(used));
+        const int32_t n = replaceAll(buffer, used, c.capacity, makeSpan(c.pattern), makeSpan(c.replacement));
+        EXPECT_EQ(std::string(buffer, static_cast<size_t>(n)), c.expected);
+    }
+}
+
+TEST(Base32Hex, DigitsEndMarkAndRefusals) {
+    struct Case {
+        const char* input;
+        int32_t status;
+        uint64_t value;
+    };
+    const Case cases[] = {
+        {"V", kOk, 31}, {"10", kOk, 32}, {"1=", kOk, 1}, {"1=Z", kOk, 1}, {"W", -11, 0},
+        {"a", -11, 0},  {"", -21, 0},    {"0000", kOk, 0}, {"3V", kOk, 3 * 32 + 31},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.input);
+        uint64_t value = 0;
+        EXPECT_EQ(decodeBase32Hex(makeSpan(c.input), &value), c.status);
+        if (c.status == kOk) EXPECT_EQ(value, c.value);
+    }
+    uint64_t value = 0;
+    EXPECT_EQ(decodeBase32Hex(TextSpan{nullptr, 0}, &value), -21);
+}
+
+}  // namespace
+}  // namespace orvane
