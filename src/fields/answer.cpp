@@ -1,13 +1,33 @@
 #include "fields/answer.h"
 
+#include "fields/text.h"
+
 namespace orvane {
+
+int32_t answerAsIs(TextSpan value, char* buffer, int32_t capacity) {
+    return answerFromCopy(copyFilteredZ(buffer, capacity, value, nullptr, nullptr, '\0'));
+}
+
+int32_t answerLiteral(const char* text, char* buffer, int32_t capacity) {
+    return answerFromCopy(copyLiteralZ(buffer, capacity, text));
+}
+
+int32_t answerPrintable(TextSpan value, char* buffer, int32_t capacity) {
+    trimIf(&value, isNotPrintableCode);
+    return answerFromCopy(copyMappedZ(buffer, capacity, value, isNotPrintableCode, nullptr, ' '));
+}
+
+int32_t answerPrintableCollapsed(TextSpan value, char* buffer, int32_t capacity) {
+    trimIf(&value, isNotPrintableCode);
+    return answerFromCopy(copyMappedZ(buffer, capacity, value, isNotPrintableCode, isWhiteSpace, ' '));
+}
 
 int32_t copyFirstFilled(const ParsedRecord* record, const FieldId* ids, int32_t count,
                         char* buffer, int32_t capacity) {
     if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
     TextSpan value;
     if (firstFilledField(record, ids, count, &value) != kOk) return kErrNoAnswer;
-    return answerFromCopy(copyFilteredZ(buffer, capacity, value, nullptr, nullptr, '\0'));
+    return answerAsIs(value, buffer, capacity);
 }
 
 }  // namespace orvane

@@ -21,6 +21,16 @@ inline int32_t checkAnswerArgs(const ParsedRecord* record, const void* out, int3
 // A copy that produced no character is no answer.
 inline int32_t answerFromCopy(int32_t written) { return written > 0 ? kOk : kErrNoAnswer; }
 
+// Copies the text as it stands: 0, or -26 when nothing was written.
+int32_t answerAsIs(TextSpan value, char* buffer, int32_t capacity);
+// Copies a constant text: 0, or -26 when nothing was written.
+int32_t answerLiteral(const char* text, char* buffer, int32_t capacity);
+// Trims characters outside 33..125 from both ends and copies the rest with every such
+// character inside turned into a blank: 0, or -26.
+int32_t answerPrintable(TextSpan value, char* buffer, int32_t capacity);
+// As answerPrintable, and runs of white space become one blank.
+int32_t answerPrintableCollapsed(TextSpan value, char* buffer, int32_t capacity);
+
 // Copies the first filled of the slots as it stands: 0, or -26.
 int32_t copyFirstFilled(const ParsedRecord* record, const FieldId* ids, int32_t count,
                         char* buffer, int32_t capacity);
