@@ -2,6 +2,7 @@
 
 #include <cctype>
 
+#include "engine/framers.h"
 #include "engine/status.h"
 
 namespace orvane {
@@ -36,7 +37,8 @@ int32_t runRow(const FormatDescriptor& row, const void* data, int32_t dataLength
     if (length < 0) length = 0;
     if (length > room) length = room;
     *framedLength = length;
-    upperCaseInPlace(inputCopy, length);
+    // Readers see upper-case text, except after the pass-through framer.
+    if (row.framer != framePassThrough) upperCaseInPlace(inputCopy, length);
     resetRecord(record);
     return row.parser(inputCopy, length, record, clock);
 }
