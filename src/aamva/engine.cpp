@@ -1,0 +1,291 @@
+#include "aamva/engine.h"
+
+#include <cstring>
+
+#include "engine/status.h"
+#include "fields/text.h"
+
+namespace orvane {
+namespace {
+
+inline constexpr int32_t kDirectoryRecordLength = 10;
+
+bool startsWith(TextSpan span, const char* prefix) {
+    const int32_t n = static_cast<int32_t>(std::strlen(prefix));
+    return span.data != nullptr && span.length >= n && std::memcmp(span.data, prefix, static_cast<size_t>(n)) == 0;
+}
+
+bool isSubfileType(const char* at) {
+    return (at[0] == 'D' && at[1] == 'L') || (at[0] == 'I' && at[1] == 'D');
+}
+
+bool allDigits(const char* text, int32_t n) {
+    for (int32_t i = 0; i < n; ++i) {
+        if (!isAsciiDigit(static_cast<unsigned char>(text[i]))) return false;
+    }
+    return true;
+}
+
+bool allLetters(const char* text, int32_t n) {
+    for (int32_t i = 0; i < n; ++i) {
+        if (!isAsciiAlpha(static_cast<unsigned char>(text[i]))) return false;
+    }
+    return true;
+}
+
+bool isNumericHeaderChar(char c) {
+    return isAsciiDigit(static_cast<unsigned char>(c)) || isAsciiSpace(static_cast<unsigned char>(c)) ||
+           c == '+' || c == '-';
+}
+
+// Reads like strtol: leading white space, an optional sign, then digits up to the
+// first other character; no digits read as 0.
+int32_t leadingInteger(const char* text) {
+    const char* p = text;
+    while (isAsciiSpace(static_cast<unsigned char>(*p))) ++p;
+    bool negative = false;
+    if (*p == '+' || *p == '-') negative = *p++ == '-';
+    int64_t value = 0;
+    while (isAsciiDigit(static_cast<unsigned char>(*p)) && value < INT32_MAX) value = value * 10 + (*p++ - '0');
+    if (value > INT32_MAX) value = INT32_MAX;
+    return static_cast<int32_t>(negative ? -value : value);
+}
+
+}  // namespace
+
+char payloadByte(TextSpan payload, int32_t index) {
+    if (payload.data == nullptr || index < 0 || index >= payload.length) return '\0';
+    return payload.data[index];
+}
+
+bool readHeaderNumber(TextSpan payload, uint32_t offset, uint32_t length, int32_t* value) {
+    char field[16] = {};
+    const uint32_t n = length < sizeof field - 1 ? length : sizeof field - 1;
+    std::memcpy(field, payload.data + offset, n);
+    for (uint32_t i = 0; i < n && field[i] != '\0'; ++i) {
+        if (!isNumericHeaderChar(field[i])) return false;
+    }
+    *value = leadingInteger(field);
+    return true;
+}
+
+int32_t findDataStart(TextSpan payload, int32_t fallback) {
+    if (payload.data == nullptr || payload.length <= 12) return fallback;
+    for (int32_t i = 0; payload.length - i >= 13; ++i) {
+        const char* at = payload.data + i;
+        if (allDigits(at, 8) && isSubfileType(at + 8) && allLetters(at + 10, 3)) return i + 10;
+    }
+    return fallback;
+}
+
+int32_t findElementStart(TextSpan payload, int32_t n) {
+    const int32_t limit = n < payload.length ? n : payload.length;
+    const int32_t found = spanFind(TextSpan{payload.data, limit < 0 ? 0 : limit}, makeSpan("DLDAA"));
+    return found >= 0 ? found + 2 : n;
+}
+
+void readSubfileType(AamvaParser& p, TextSpan directory, SubfileEntry* entry) {
+    if (startsWith(directory, "DL")) {
+        entry->type = 1;
+        setFieldLiteral(p.record, field::documentType, "DL");
+    } else if (startsWith(directory, "ID")) {
+        entry->type = 2;
+        setFieldLiteral(p.record, field::documentType, "ID");
+    }
+}
+
+int32_t aamvaMainStep(AamvaParser& p, const char* payload, int32_t length) {
+    if (payload == nullptr || length < 0) return kErrInvalidArgument;
+    const TextSpan span{payload, length};
+    if (p.headerStep != nullptr) {
+        if (int32_t status = p.headerStep(p, span)) return status;
+    }
+    if (p.headerCheck != nullptr) {
+        if (int32_t status = p.headerCheck(p, span)) return status;
+    }
+    if (p.bodyStep != nullptr) {
+        if (int32_t status = p.bodyStep(p, span)) return status;
+    }
+    if (fieldMissing(p.record, field::documentType) != 0) setFieldLiteral(p.record, field::documentType, "DL");
+    return kOk;
+}
+
+int32_t aamvaHeaderStep(AamvaParser& p, TextSpan payload) {
+    if (payload.data == nullptr || payload.length == 0) return kErrInvalidArgument;
+    if (payload.length <= static_cast<int64_t>(p.headerLength)) return kErrPayloadTooShort;
+    if (payload.data[0] != '@') return kErrNoAtSign;
+    p.position = static_cast<int32_t>(p.headerLength);
+    p.dataElementSeparator = payloadByte(payload, static_cast<int32_t>(p.dataElementSeparatorPos));
+    p.recordSeparator = payloadByte(payload, static_cast<int32_t>(p.recordSeparatorPos));
+    p.segmentTerminator = payloadByte(payload, static_cast<int32_t>(p.segmentTerminatorPos));
+    if (p.versionStep != nullptr) {
+        if (int32_t status = p.versionStep(p, payload)) return status;
+    }
+    if (p.entriesStep != nullptr) {
+        if (int32_t status = p.entriesStep(p, payload)) return status;
+    }
+    if (p.entryCount < 1) p.entryCount = 1;
+    return p.issuerStep != nullptr ? p.issuerStep(p, payload) : kOk;
+}
+
+int32_t aamvaVersionStep(AamvaParser& p, TextSpan payload) {
+    if (payload.length < static_cast<int64_t>(p.versionOffset) + p.versionLength) return kErrPayloadTooShort;
+    int32_t value = 0;
+    if (!readHeaderNumber(payload, p.versionOffset, p.versionLength, &value)) return kErrVersion;
+    p.version = value;
+    return p.versionCheck != nullptr ? p.versionCheck(p) : kOk;
+}
+
+int32_t aamvaEntriesStep(AamvaParser& p, TextSpan payload) {
+    if (payload.length < static_cast<int64_t>(p.entriesOffset) + p.entriesLength) return kErrPayloadTooShort;
+    int32_t value = 0;
+    if (!readHeaderNumber(payload, p.entriesOffset, p.entriesLength, &value)) return kErrEntries;
+    p.entryCount = value;
+    return kOk;
+}
+
+int32_t aamvaIssuerStep(AamvaParser& p, TextSpan payload) {
+    if (payload.length < static_cast<int64_t>(p.iinOffset) + p.iinLength) return kErrPayloadTooShort;
+    TextSpan iin{payload.data + p.iinOffset, static_cast<int32_t>(p.iinLength)};
+    trimSet(&iin, " \n\t\r");
+    setFieldFromSpan(p.record, field::iin, iin, nullptr, nullptr, '\0');
+    return kOk;
+}
+
+int32_t aamvaVersionCheck(AamvaParser& p) {
+    return p.version == static_cast<int64_t>(p.expectedVersion) ? kOk : kErrVersion;
+}
+
+int32_t aamvaBodyStep(AamvaParser& p, TextSpan payload) {
+    SubfileEntry entry{};
+    if (p.directoryLocator != nullptr) {
+        TextSpan directory{payload.data, 0};
+        if (int32_t status = p.directoryLocator(p, payload, &directory)) return status;
+        if (p.directoryReader != nullptr) {
+            if (int32_t status = p.directoryReader(p, payload, directory, &entry)) return status;
+        }
+    }
+    TextSpan data{payload.data, 0};
+    if (p.subfileSelector != nullptr) {
+        if (int32_t status = p.subfileSelector(p, payload, &entry, &data)) return status;
+    }
+    return p.elementStep != nullptr ? p.elementStep(p, data) : kOk;
+}
+
+int32_t aamvaDirectoryLocator(AamvaParser& p, TextSpan payload, TextSpan* directory) {
+    if (payload.data == nullptr || directory == nullptr) return kErrInvalidArgument;
+    int32_t start = p.position < payload.length ? p.position : payload.length;
+    if (p.entryCount >= 1 && payload.length - start >= kDirectoryRecordLength) {
+        int32_t examined = 0;
+        while (examined < p.entryCount && payload.length - start >= kDirectoryRecordLength &&
+               !isSubfileType(payload.data + start)) {
+            start += kDirectoryRecordLength;
+            ++examined;
+        }
+    }
+    *directory = TextSpan{payload.data + start, payload.length - start};
+    return kOk;
+}
+
+int32_t aamvaDirectoryReader(AamvaParser& p, TextSpan payload, TextSpan directory, SubfileEntry* entry) {
+    if (payload.data == nullptr || directory.data == nullptr || entry == nullptr) return kErrInvalidArgument;
+    *entry = SubfileEntry{};
+    readSubfileType(p, directory, entry);
+    int32_t start = findDataStart(payload, -1);
+    if (start == -1) {
+        int32_t offset = 0;
+        if (directory.length < 6 || !readHeaderNumber(directory, 2, 4, &offset)) return kErrDirectory;
+        start = findElementStart(payload, offset);
+    }
+    if (start < 0 || start > payload.length) return kErrDirectory;
+    // Deliberately asymmetric: a digit at the start moves forward one byte, and a digit
+    // two bytes back (but not one) moves back one.
+    int32_t s = isAsciiDigit(static_cast<unsigned char>(payloadByte(payload, start))) ? start + 1 : start;
+    if (s > 1 && !isAsciiDigit(static_cast<unsigned char>(payloadByte(payload, s - 1))) &&
+        isAsciiDigit(static_cast<unsigned char>(payloadByte(payload, s - 2)))) {
+        s -= 1;
+    }
+    entry->offset = findDataStart(payload, s);
+    entry->length = payload.length - entry->offset;
+    return kOk;
+}
+
+int32_t aamvaSubfileSelector(AamvaParser&, TextSpan payload, const SubfileEntry* entry, TextSpan* data) {
+    if (payload.data == nullptr || entry == nullptr || data == nullptr || entry->offset < 0 ||
+        entry->length < 0 || static_cast<int64_t>(entry->offset) + entry->length > payload.length) {
+        return kErrInvalidArgument;
+    }
+    *data = TextSpan{payload.data + entry->offset, entry->length};
+    if (data->length >= 2 && isSubfileType(data->data)) {
+        spanSkip(data, 2);
+        if (data->length < 1) return kOk;
+    }
+    // Drops an "L" even when no "DL"/"ID" went before it; kept on purpose.
+    if (data->length >= 1 && data->data[0] == 'L') spanSkip(data, 1);
+    return kOk;
+}
+
+int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters, const PairEntry* table,
+                         int32_t tableSize) {
+    TextSpan rest = data;
+    TextSpan token;
+    while (rest.data != nullptr && rest.length > 0 && nextToken(rest, &token, &rest, delimiters, 0)) {
+        if (token.length < 3) continue;
+        const uint32_t key = static_cast<uint32_t>(static_cast<unsigned char>(token.data[0])) << 16 |
+                             static_cast<uint32_t>(static_cast<unsigned char>(token.data[1])) << 8 |
+                             static_cast<uint32_t>(static_cast<unsigned char>(token.data[2]));
+        const TextSpan value{token.data + 3, token.length - 3};
+        for (int32_t index = 0; index < tableSize; ++index) {
+            const int32_t id = lookupPair(key, table, tableSize, &index);
+            if (id < 0) break;
+            if (p.elementStore != nullptr) p.elementStore(p, static_cast<FieldId>(id), value);
+        }
+    }
+    return kOk;
+}
+
+int32_t aamvaElementStore(AamvaParser& p, FieldId id, TextSpan value) {
+    trimIf(&value, isBlankOrNul);
+    setFieldFromSpan(p.record, id, value, nullptr, nullptr, '\0');
+    return kOk;
+}
+
+int32_t initAamvaParser(AamvaParser& p, uint32_t formatNumber, ParsedRecord* record, const void* context) {
+    std::memset(&p, 0, sizeof p);
+    p.record = record;
+    p.context = context;
+    const AamvaVersionRow* row = findAamvaVersionRow(formatNumber);
+    if (row == nullptr) return kErrUnknownFormat;
+    p.formatNumber = row->formatNumber;
+    p.minVersion = row->minVersion;
+    p.expectedVersion = row->expectedVersion;
+    p.headerLength = row->headerLength;
+    p.dataElementSeparatorPos = row->dataElementSeparatorPos;
+    p.recordSeparatorPos = row->recordSeparatorPos;
+    p.segmentTerminatorPos = row->segmentTerminatorPos;
+    p.iinOffset = row->iinOffset;
+    p.iinLength = row->iinLength;
+    p.versionOffset = row->versionOffset;
+    p.versionLength = row->versionLength;
+    p.entriesOffset = row->entriesOffset;
+    p.entriesLength = row->entriesLength;
+    p.mainStep = aamvaMainStep;
+    p.headerStep = aamvaHeaderStep;
+    p.versionStep = aamvaVersionStep;
+    p.entriesStep = aamvaEntriesStep;
+    p.issuerStep = aamvaIssuerStep;
+    p.versionCheck = aamvaVersionCheck;
+    p.bodyStep = aamvaBodyStep;
+    p.directoryLocator = aamvaDirectoryLocator;
+    p.directoryReader = aamvaDirectoryReader;
+    p.subfileSelector = aamvaSubfileSelector;
+    p.elementLoop = aamvaElementLoop;
+    p.elementStore = aamvaElementStore;
+    return kOk;
+}
+
+int32_t runAamvaParser(AamvaParser& p, const char* payload, int32_t length) {
+    return p.mainStep != nullptr ? p.mainStep(p, payload, length) : kOk;
+}
+
+}  // namespace orvane

@@ -1,0 +1,266 @@
+#include "aamva/engine.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "engine/status.h"
+#include "test_support.h"
+
+namespace orvane {
+namespace {
+
+using testing::RecordWithBuffer;
+using testing::slotText;
+
+// A small configuration of the engine: the 2014 header layout, read with Table C and
+// both separators, as a variant would install it.
+int32_t elementStepTableC(AamvaParser& p, TextSpan data) {
+    const char delimiters[] = {p.dataElementSeparator, p.segmentTerminator, '\0'};
+    return p.elementLoop(p, data, delimiters, kAamvaTableC.pairs, kAamvaTableC.count);
+}
+
+int32_t elementStepTableA(AamvaParser& p, TextSpan data) {
+    const char delimiters[] = {p.dataElementSeparator, p.segmentTerminator, '\0'};
+    return p.elementLoop(p, data, delimiters, kAamvaTableA.pairs, kAamvaTableA.count);
+}
+
+struct EngineRun {
+    RecordWithBuffer r{1024};
+    AamvaParser p{};
+    int32_t init(uint32_t format = 42) {
+        const int32_t status = initAamvaParser(p, format, r.get(), nullptr);
+        p.elementStep = elementStepTableC;
+        return status;
+    }
+    int32_t run(const std::string& payload) { return runAamvaParser(p, payload.data(), static_cast<int32_t>(payload.size())); }
+    std::string slot(FieldId id) const { return slotText(r.record, id); }
+};
+
+// A 2014-style barcode: "@", LF, RS, CR, "ANSI ", IIN, version, jurisdiction version,
+// number of entries, then the directory and the subfile.
+std::string barcode2014(const std::string& version, const std::string& entries, const std::string& elements) {
+    const std::string subfile = "DL" + elements + "\r";
+    const std::string directory = "DL0031" + std::string(4 - std::to_string(subfile.size()).size(), '0') +
+                                  std::to_string(subfile.size());
+    return "@\n\x1e\rANSI 636026" + version + "01" + entries + directory + subfile;
+}
+
+TEST(AamvaEngine, InitialiserLoadsTheVersionRowAndDefaults) {
+    EngineRun e;
+    ASSERT_EQ(e.init(43), kOk);
+    EXPECT_EQ(e.p.formatNumber, 43u);
+    EXPECT_EQ(e.p.minVersion, 7u);
+    EXPECT_EQ(e.p.expectedVersion, 8u);
+    EXPECT_EQ(e.p.headerLength, 20u);
+    EXPECT_EQ(e.p.iinOffset, 8u);
+    EXPECT_EQ(e.p.entriesOffset, 18u);
+    EXPECT_EQ(e.p.record, e.r.get());
+    EXPECT_NE(e.p.directoryReader, nullptr);
+    EXPECT_EQ(e.p.headerCheck, nullptr);
+    AamvaParser unknown{};
+    unknown.elementStep = elementStepTableC;
+    EXPECT_EQ(initAamvaParser(unknown, 16, e.r.get(), nullptr), kErrUnknownFormat);
+    EXPECT_EQ(unknown.mainStep, nullptr);
+    EXPECT_EQ(unknown.elementStep, nullptr);  // cleared before the lookup
+}
+
+TEST(AamvaEngine, ReadsAWholeBarcode) {
+    EngineRun e;
+    e.init();
+    e.p.versionCheck = nullptr;  // accept any version in this configuration
+    const std::string payload = barcode2014("08", "01", "DAQD1234567\nDCSSAMPLE\nDACJORDAN\nDBB07041988\nDAJAZ");
+    ASSERT_EQ(e.run(payload), kOk);
+    EXPECT_EQ(e.p.version, 8);
+    EXPECT_EQ(e.p.entryCount, 1);
+    EXPECT_EQ(e.p.dataElementSeparator, '\n');
+    EXPECT_EQ(e.p.recordSeparator, '\x1e');
+    EXPECT_EQ(e.p.segmentTerminator, '\r');
+    EXPECT_EQ(e.slot(field::iin), "636026");
+    EXPECT_EQ(e.slot(field::documentType), "DL");
+    EXPECT_EQ(e.slot(field::licenseNumber), "D1234567");
+    EXPECT_EQ(e.slot(field::licenseNumberAlt), "D1234567");
+    EXPECT_EQ(e.slot(field::lastName), "SAMPLE");
+    EXPECT_EQ(e.slot(field::firstName), "JORDAN");
+    EXPECT_EQ(e.slot(field::birthdateAlt), "07041988");  // Table C: 78, then 11
+    EXPECT_EQ(e.slot(field::birthdate), "07041988");
+    EXPECT_EQ(e.slot(field::jurisdictionCode), "AZ");
+}
+
+TEST(AamvaEngine, HeaderRefusals) {
+    struct Case {
+        const char* name;
+        std::string payload;
+        int32_t status;
+    };
+    const std::string good = barcode2014("08", "01", "DAQX");
+    const Case cases[] = {
+        {"exactly the header length", good.substr(0, 21), kErrPayloadTooShort},
+        {"no commercial at", "#" + good.substr(1), kErrNoAtSign},
+        {"version not numeric", barcode2014("0X", "01", "DAQX"), kErrVersion},
+        {"version not expected", barcode2014("07", "01", "DAQX"), kErrVersion},
+        {"entries not numeric", barcode2014("08", "A1", "DAQX"), kErrEntries},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        EngineRun e;
+        e.init(44);  // expects version 8, header of 19
+        e.p.headerLength = 21;
+        e.p.entriesOffset = 19;
+        e.p.iinOffset = 9;
+        EXPECT_EQ(e.run(c.payload), c.status);
+    }
+    EngineRun e;
+    e.init();
+    EXPECT_EQ(runAamvaParser(e.p, nullptr, 5), kErrInvalidArgument);
+    EXPECT_EQ(runAamvaParser(e.p, "@", -1), kErrInvalidArgument);
+}
+
+TEST(AamvaEngine, NumericHeaderFieldsReadLikeStrtol) {
+    EngineRun e;
+    e.init();
+    e.p.versionCheck = nullptr;
+    ASSERT_EQ(e.run(barcode2014(" 9", "00", "DAQX")), kOk);
+    EXPECT_EQ(e.p.version, 9);
+    EXPECT_EQ(e.p.entryCount, 1);  // "00" is one entry
+    EngineRun signs;
+    signs.init();
+    signs.p.versionCheck = nullptr;
+    ASSERT_EQ(signs.run(barcode2014("-3", "+2", "DAQX")), kOk);
+    EXPECT_EQ(signs.p.version, -3);
+    EXPECT_EQ(signs.p.entryCount, 2);
+}
+
+TEST(AamvaEngine, ElementTokens) {
+    EngineRun e;
+    e.init();
+    e.p.versionCheck = nullptr;
+    // An id alone clears its slot, one character after it is a value, two bytes are ignored.
+    ASSERT_EQ(e.run(barcode2014("08", "01", "DCSSAMPLE\nDCS\nDAJX\nDA\nDAC  JO \x0b")), kOk);
+    EXPECT_EQ(fieldMissing(e.r.get(), field::lastName), -1);
+    EXPECT_EQ(e.slot(field::jurisdictionCode), "X");
+    EXPECT_EQ(e.slot(field::firstName), "JO");
+}
+
+TEST(AamvaEngine, DocumentTypeFromTheDirectoryOrDefault) {
+    EngineRun id;
+    id.init();
+    id.p.versionCheck = nullptr;
+    std::string payload = barcode2014("08", "01", "DAQX");
+    payload.replace(21, 2, "ID");
+    ASSERT_EQ(id.run(payload), kOk);
+    EXPECT_EQ(id.slot(field::documentType), "ID");
+
+    // No directory record says DL or ID: the main step still answers DL.
+    EngineRun none;
+    none.init();
+    none.p.versionCheck = nullptr;
+    none.p.directoryReader = nullptr;
+    none.p.subfileSelector = nullptr;
+    ASSERT_EQ(none.run(barcode2014("08", "01", "DAQX").replace(21, 2, "ZZ")), kOk);
+    EXPECT_EQ(none.slot(field::documentType), "DL");
+}
+
+TEST(AamvaEngine, DirectoryLocatorSkipsForeignRecords) {
+    EngineRun e;
+    e.init();
+    e.p.position = 2;
+    TextSpan directory{};
+    const std::string payload = "@@ZA00100020JU00000000DL00000000XYZ";
+    struct Case {
+        int32_t entries;
+        int32_t start;
+    };
+    for (const Case c : {Case{3, 22}, Case{2, 22}, Case{1, 12}, Case{0, 2}}) {
+        SCOPED_TRACE(c.entries);
+        e.p.entryCount = c.entries;
+        ASSERT_EQ(aamvaDirectoryLocator(e.p, testing::span(payload), &directory), kOk);
+        EXPECT_EQ(directory.data - payload.data(), c.start);
+        EXPECT_EQ(directory.length, static_cast<int32_t>(payload.size()) - c.start);
+    }
+    e.p.entryCount = 5;
+    e.p.position = 30;  // fewer than 10 bytes left: the rest is the directory
+    ASSERT_EQ(aamvaDirectoryLocator(e.p, testing::span(payload), &directory), kOk);
+    EXPECT_EQ(directory.length, 5);
+}
+
+TEST(AamvaEngine, DirectoryReaderFindsTheSubfile) {
+    struct Case {
+        const char* name;
+        std::string payload;
+        std::string directory;
+        int32_t status;
+        int32_t offset;
+    };
+    const Case cases[] = {
+        {"digits, type and letters", "@HDRDL00310020DLDAQX", "DL00310020DLDAQX", kOk, 16},
+        {"offset from the directory, DLDAA searched", "@HEADER..DLDAAJOHN", "DL0030", kOk, 11},
+        {"offset from the directory, no DLDAA", "@HEADER..QQDAAJOHN", "DL0005", kOk, 5},
+        {"digit at the offset moves one forward", "@HEAD7XDAQ", "DL0005", kOk, 6},
+        {"digit two back moves one back", "@HE9DXDAQ", "DL0005", kOk, 4},
+        {"directory too short", "@HEADER", "DL00", kErrDirectory, 0},
+        {"offset not numeric", "@HEADER", "DL00X1", kErrDirectory, 0},
+        {"offset beyond the payload", "@HEADER", "DL0099", kErrDirectory, 0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        EngineRun e;
+        e.init();
+        SubfileEntry entry{};
+        ASSERT_EQ(aamvaDirectoryReader(e.p, testing::span(c.payload), testing::span(c.directory), &entry), c.status);
+        if (c.status != kOk) continue;
+        EXPECT_EQ(entry.type, 1);
+        EXPECT_EQ(entry.offset, c.offset);
+        EXPECT_EQ(entry.length, static_cast<int32_t>(c.payload.size()) - c.offset);
+    }
+}
+
+TEST(AamvaEngine, SubfileSelectorDropsTypeAndL) {
+    struct Case {
+        const char* payload;
+        int32_t offset;
+        int32_t length;
+        int32_t status;
+        const char* data;
+    };
+    const Case cases[] = {
+        {"DLDAQX", 0, 6, kOk, "DAQX"},   {"IDDAQX", 0, 6, kOk, "DAQX"}, {"DLLDAQX", 0, 7, kOk, "DAQX"},
+        {"LDAQX", 0, 5, kOk, "DAQX"},    {"DL", 0, 2, kOk, ""},          {"..DAQX", 2, 4, kOk, "DAQX"},
+        {"DAQ", 1, 3, kErrInvalidArgument, ""}, {"DAQ", -1, 2, kErrInvalidArgument, ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.payload);
+        EngineRun e;
+        e.init();
+        const SubfileEntry entry{1, c.offset, c.length};
+        TextSpan data{};
+        ASSERT_EQ(aamvaSubfileSelector(e.p, makeSpan(c.payload), &entry, &data), c.status);
+        if (c.status == kOk) EXPECT_EQ(testing::text(data), c.data);
+    }
+}
+
+TEST(AamvaEngine, ElementStoreTrimsBlanksAndNul) {
+    EngineRun e;
+    e.init();
+    aamvaElementStore(e.p, field::city, TextSpan{"\0 \tPHOENIX \r\0", 13});
+    EXPECT_EQ(e.slot(field::city), "PHOENIX");
+}
+
+TEST(AamvaEngine, RemovedStepsAreSkipped) {
+    EngineRun e;
+    e.init(17);
+    e.p.elementStep = elementStepTableA;
+    e.p.versionStep = nullptr;
+    e.p.entriesStep = nullptr;
+    e.p.issuerStep = nullptr;
+    ASSERT_EQ(e.run("@\n\x1e\rANSI 6360260101DL00290010DLDAQ123\nDAAJOE\r"), kOk);
+    EXPECT_EQ(e.p.version, 0);
+    EXPECT_EQ(e.p.entryCount, 1);
+    EXPECT_EQ(fieldMissing(e.r.get(), field::iin), -1);
+    EXPECT_EQ(e.slot(field::fullName), "JOE");
+    e.p.mainStep = nullptr;
+    EXPECT_EQ(runAamvaParser(e.p, "x", 1), kOk);
+}
+
+}  // namespace
+}  // namespace orvane
