@@ -15,10 +15,6 @@ bool startsWith(TextSpan span, const char* prefix) {
     return span.data != nullptr && span.length >= n && std::memcmp(span.data, prefix, static_cast<size_t>(n)) == 0;
 }
 
-bool isSubfileType(const char* at) {
-    return (at[0] == 'D' && at[1] == 'L') || (at[0] == 'I' && at[1] == 'D');
-}
-
 bool allDigits(const char* text, int32_t n) {
     for (int32_t i = 0; i < n; ++i) {
         if (!isAsciiDigit(static_cast<unsigned char>(text[i]))) return false;
@@ -52,6 +48,10 @@ int32_t leadingInteger(const char* text) {
 }
 
 }  // namespace
+
+bool isSubfileType(const char* at) {
+    return (at[0] == 'D' && at[1] == 'L') || (at[0] == 'I' && at[1] == 'D');
+}
 
 char payloadByte(TextSpan payload, int32_t index) {
     if (payload.data == nullptr || index < 0 || index >= payload.length) return '\0';
@@ -111,13 +111,21 @@ int32_t aamvaMainStep(AamvaParser& p, const char* payload, int32_t length) {
 }
 
 int32_t aamvaHeaderStep(AamvaParser& p, TextSpan payload) {
+    return aamvaReadHeader(p, payload, true);
+}
+
+int32_t aamvaReadHeader(AamvaParser& p, TextSpan payload, bool separatorsFromPayload) {
     if (payload.data == nullptr || payload.length == 0) return kErrInvalidArgument;
     if (payload.length <= static_cast<int64_t>(p.headerLength)) return kErrPayloadTooShort;
     if (payload.data[0] != '@') return kErrNoAtSign;
     p.position = static_cast<int32_t>(p.headerLength);
-    p.dataElementSeparator = payloadByte(payload, static_cast<int32_t>(p.dataElementSeparatorPos));
-    p.recordSeparator = payloadByte(payload, static_cast<int32_t>(p.recordSeparatorPos));
-    p.segmentTerminator = payloadByte(payload, static_cast<int32_t>(p.segmentTerminatorPos));
+    if (separatorsFromPayload) {
+        p.dataElementSeparator = payloadByte(payload, static_cast<int32_t>(p.dataElementSeparatorPos));
+        p.recordSeparator = payloadByte(payload, static_cast<int32_t>(p.recordSeparatorPos));
+        p.segmentTerminator = payloadByte(payload, static_cast<int32_t>(p.segmentTerminatorPos));
+    } else {
+        p.dataElementSeparator = p.recordSeparator = p.segmentTerminator = '\n';
+    }
     if (p.versionStep != nullptr) {
         if (int32_t status = p.versionStep(p, payload)) return status;
     }
@@ -173,12 +181,17 @@ int32_t aamvaBodyStep(AamvaParser& p, TextSpan payload) {
 }
 
 int32_t aamvaDirectoryLocator(AamvaParser& p, TextSpan payload, TextSpan* directory) {
+    return aamvaLocateDirectory(p, payload, directory, isSubfileType);
+}
+
+int32_t aamvaLocateDirectory(AamvaParser& p, TextSpan payload, TextSpan* directory,
+                             bool (*isRecordStart)(const char* record)) {
     if (payload.data == nullptr || directory == nullptr) return kErrInvalidArgument;
     int32_t start = p.position < payload.length ? p.position : payload.length;
     if (p.entryCount >= 1 && payload.length - start >= kDirectoryRecordLength) {
         int32_t examined = 0;
         while (examined < p.entryCount && payload.length - start >= kDirectoryRecordLength &&
-               !isSubfileType(payload.data + start)) {
+               !isRecordStart(payload.data + start)) {
             start += kDirectoryRecordLength;
             ++examined;
         }

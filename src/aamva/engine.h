@@ -110,12 +110,17 @@ int32_t runAamvaParser(AamvaParser& p, const char* payload, int32_t length);
 // The default steps, for variants that wrap or reuse them.
 int32_t aamvaMainStep(AamvaParser& p, const char* payload, int32_t length);
 int32_t aamvaHeaderStep(AamvaParser& p, TextSpan payload);
+// The header step, with the three separators read from the payload or all set to LF.
+int32_t aamvaReadHeader(AamvaParser& p, TextSpan payload, bool separatorsFromPayload);
 int32_t aamvaVersionStep(AamvaParser& p, TextSpan payload);
 int32_t aamvaEntriesStep(AamvaParser& p, TextSpan payload);
 int32_t aamvaIssuerStep(AamvaParser& p, TextSpan payload);
 int32_t aamvaVersionCheck(AamvaParser& p);
 int32_t aamvaBodyStep(AamvaParser& p, TextSpan payload);
 int32_t aamvaDirectoryLocator(AamvaParser& p, TextSpan payload, TextSpan* directory);
+// The directory locator, with the test that a 10-byte record starts the directory.
+int32_t aamvaLocateDirectory(AamvaParser& p, TextSpan payload, TextSpan* directory,
+                             bool (*isRecordStart)(const char* record));
 int32_t aamvaDirectoryReader(AamvaParser& p, TextSpan payload, TextSpan directory, SubfileEntry* entry);
 int32_t aamvaSubfileSelector(AamvaParser& p, TextSpan payload, const SubfileEntry* entry, TextSpan* data);
 int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters,
@@ -130,6 +135,8 @@ bool readHeaderNumber(TextSpan payload, uint32_t offset, uint32_t length, int32_
 int32_t findDataStart(TextSpan payload, int32_t fallback);
 // Index of "DLDAA" + 2 within the first n bytes, or n.
 int32_t findElementStart(TextSpan payload, int32_t n);
+// Whether the two bytes at text are "DL" or "ID".
+bool isSubfileType(const char* text);
 // Records "DL"/"ID" at the directory's start as the subfile type and the document type.
 void readSubfileType(AamvaParser& p, TextSpan directory, SubfileEntry* entry);
 // The payload byte at index, or 0 outside the payload.
