@@ -51,4 +51,17 @@ const char* countryForJurisdictionCode(TextSpan code);
 // Name of a two-letter jurisdiction code (case matters): "Texas", "Alberta", ...
 const char* jurisdictionNameForCode(TextSpan code);
 
+// Workers: 0 with the answer in buffer, -21 for bad arguments, -26 for no answer.
+
+// The jurisdiction code as read, else the one of the IIN.
+int32_t getJurisdictionCode(const ParsedRecord* record, char* buffer, int32_t capacity);
+// The country name as read, else from the alpha-3 code, else from the jurisdiction.
+int32_t getCountry(const ParsedRecord* record, char* buffer, int32_t capacity);
+// The alpha-3 code as read, else derived from the country name.
+int32_t getCountryCode(const ParsedRecord* record, char* buffer, int32_t capacity);
+// The IIN when the table knows it, else the one of the jurisdiction, else as read.
+int32_t getIIN(const ParsedRecord* record, char* buffer, int32_t capacity);
+// The jurisdiction code that belongs to the IIN.
+int32_t getIssuedBy(const ParsedRecord* record, char* buffer, int32_t capacity);
+
 }  // namespace orvane
