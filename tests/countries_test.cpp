@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <memory>
 #include <string>
 
+#include "api/handle.h"
 #include "engine/status.h"
 #include "test_support.h"
 
@@ -341,6 +343,64 @@ TEST(CountryWorkers, CapacityOneIsNoAnswerAndShortBuffersCut) {
         EXPECT_EQ(c.worker.worker(record.get(), buffer, 1), kErrNoAnswer);
         EXPECT_EQ(c.worker.worker(record.get(), buffer, 2), kOk);
         EXPECT_STREQ(buffer, c.cutToTwo);
+    }
+}
+
+// ---- Through the exported getters ----
+
+struct HandleDeleter {
+    void operator()(SVT_ParserHandle* h) const { SVT_delete(h); }
+};
+using HandlePtr = std::unique_ptr<SVT_ParserHandle, HandleDeleter>;
+
+using Getter = int (*)(SVT_ParserHandle*, char*, int);
+struct NamedGetter {
+    const char* name;
+    Getter getter;
+};
+constexpr NamedGetter kGetters[] = {
+    {"jurisdictionCode", SVT_getJurisdictionCode}, {"country", SVT_getCountry},
+    {"countryCode", SVT_getCountryCode},           {"iin", SVT_getIIN},
+    {"issuedBy", SVT_getIssuedBy},
+};
+
+// A handle after one parse, its record then filled by hand.
+HandlePtr parsedHandle() {
+    HandlePtr h(SVT_create());
+    const char input[] = "nothing the library knows";
+    SVT_parse(h.get(), input, static_cast<int>(sizeof input - 1));
+    return h;
+}
+
+TEST(CountryGetters, RefuseBeforeTheFirstParse) {
+    HandlePtr h(SVT_create());
+    char buffer[16];
+    for (const NamedGetter& g : kGetters) {
+        SCOPED_TRACE(g.name);
+        EXPECT_EQ(g.getter(nullptr, buffer, 16), kErrInvalidArgument);
+        EXPECT_EQ(g.getter(h.get(), buffer, 16), kErrInvalidArgument);
+    }
+}
+
+TEST(CountryGetters, AnswerFromTheRecord) {
+    struct Case {
+        const char* what;
+        Slot slots[3];
+        const char* answers[std::size(kGetters)];
+    };
+    const Case cases[] = {
+        {"iin alone", {{kIin, "636015"}}, {"TX", "United States", "USA", "636015", "TX"}},
+        {"code and jurisdiction", {{kCode, "can"}, {kJur, "ON"}}, {"ON", "CANADA", "can", "636012", "ON"}},
+    };
+    for (const Case& c : cases) {
+        HandlePtr h = parsedHandle();
+        fill(&h->record, c.slots);
+        for (size_t i = 0; i < std::size(kGetters); ++i) {
+            SCOPED_TRACE(std::string(c.what) + " / " + kGetters[i].name);
+            char buffer[32];
+            EXPECT_EQ(kGetters[i].getter(h.get(), buffer, sizeof buffer), kOk);
+            EXPECT_STREQ(buffer, c.answers[i]);
+        }
     }
 }
 
