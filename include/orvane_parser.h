@@ -60,6 +60,19 @@ SVT_API int SVT_parse(SVT_ParserHandle* handle, const void* data, int length);
 /** Two digits of the AAMVA header version, as read from the input. */
 SVT_API int SVT_getAamvaVersion(SVT_ParserHandle* handle, char* buffer, int capacity);
 
+/* Country, jurisdiction and issuer. */
+
+/** Two-letter code of the issuing jurisdiction (state, province, territory), as read or from the IIN. */
+SVT_API int SVT_getJurisdictionCode(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Country name: as read, in capitals from the ISO code, or in mixed case from the jurisdiction. */
+SVT_API int SVT_getCountry(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** ISO 3166-1 alpha-3 country code, as read or derived from the country name. */
+SVT_API int SVT_getCountryCode(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Six-digit issuer identification number (IIN), as read or from the jurisdiction. */
+SVT_API int SVT_getIIN(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Two-letter code of the jurisdiction that the IIN belongs to. */
+SVT_API int SVT_getIssuedBy(SVT_ParserHandle* handle, char* buffer, int capacity);
+
 /* Version of the library. */
 
 /** Major version: 1. */

@@ -1,0 +1,628 @@
+// The three reference tables (countries, issuer identification numbers, jurisdictions)
+// and the lookups over them. Searches are linear except for the IINs, whose two
+// gap-free groups are indexed directly.
+#include <cstdlib>
+#include <cstring>
+#include <iterator>
+
+#include "fields/countries.h"
+#include "fields/text.h"
+
+namespace orvane {
+namespace {
+
+constexpr size_t kCountryRowCount = 259;
+
+// ISO 3166-1 alpha-3 codes by code, the specimen code last. A code with several
+// accepted names has one row per name, the first giving its name.
+constexpr CountryRow kCountryRows[] = {
+    {"ARUBA", "ABW"},
+    {"AFGHANISTAN", "AFG"},
+    {"ANGOLA", "AGO"},
+    {"ANGUILLA", "AIA"},
+    {"ALAND ISLANDS", "ALA"},
+    {"ALBANIA", "ALB"},
+    {"ANDORRA", "AND"},
+    {"UNITED ARAB EMIRATES", "ARE"},
+    {"ARGENTINA", "ARG"},
+    {"ARMENIA", "ARM"},
+    {"AMERICAN SAMOA", "ASM"},
+    {"ANTARCTICA", "ATA"},
+    {"FRENCH SOUTHERN TERRITORIES", "ATF"},
+    {"ANTIGUA", "ATG"},
+    {"AUSTRALIA", "AUS"},
+    {"AUSTRIA", "AUT"},
+    {"AZERBAIJAN", "AZE"},
+    {"BURUNDI", "BDI"},
+    {"BELGIUM", "BEL"},
+    {"BENIN", "BEN"},
+    {"BONAIRE", "BES"},
+    {"BURKINA FASO", "BFA"},
+    {"BANGLADESH", "BGD"},
+    {"BULGARIA", "BGR"},
+    {"BAHRAIN", "BHR"},
+    {"BAHAMAS", "BHS"},
+    {"BOSNIA AND HERZEGOVINA", "BIH"},
+    {"SAINT BARTHELEMY", "BLM"},
+    {"BELARUS", "BLR"},
+    {"BELIZE", "BLZ"},
+    {"BERMUDA", "BMU"},
+    {"BOLIVIA", "BOL"},
+    {"BRAZIL", "BRA"},
+    {"BARBADOS", "BRB"},
+    {"BRUNEI DARUSSALAM", "BRN"},
+    {"BHUTAN", "BTN"},
+    {"BOUVET ISLAND", "BVT"},
+    {"BOTSWANA", "BWA"},
+    {"CENTRAL AFRICAN REPUBLIC", "CAF"},
+    {"CANADA", "CAN"},
+    {"COCOS", "CCK"},
+    {"KEELING ISLANDS", "CCK"},
+    {"SWITZERLAND", "CHE"},
+    {"CHILE", "CHL"},
+    {"CHINA", "CHN"},
+    {"COTE D'IVOIRE", "CIV"},
+    {"CAMEROON", "CMR"},
+    {"CONGO, THE DEMOCRATIC REPUBLIC OF THE", "COD"},
+    {"CONGO", "COG"},
+    {"COOK ISLANDS", "COK"},
+    {"COLOMBIA", "COL"},
+    {"COMOROS", "COM"},
+    {"CAPE VERDE", "CPV"},
+    {"COSTA RICA", "CRI"},
+    {"CUBA", "CUB"},
+    {"CURACAO", "CUW"},
+    {"CHRISTMAS ISLAND", "CXR"},
+    {"CAYMAN ISLANDS", "CYM"},
+    {"CYPRUS", "CYP"},
+    {"CZECH REPUBLIC", "CZE"},
+    {"GERMANY", "DEU"},
+    {"DJIBOUTI", "DJI"},
+    {"DOMINICA", "DMA"},
+    {"DENMARK", "DNK"},
+    {"DOMINICAN REPUBLIC", "DOM"},
+    {"ALGERIA", "DZA"},
+    {"ECUADOR", "ECU"},
+    {"EGYPT", "EGY"},
+    {"ERITREA", "ERI"},
+    {"WESTERN SAHARA", "ESH"},
+    {"SPAIN", "ESP"},
+    {"ESTONIA", "EST"},
+    {"ETHIOPIA", "ETH"},
+    {"FINLAND", "FIN"},
+    {"FIJI", "FJI"},
+    {"FALKLAND ISLANDS", "FLK"},
+    {"MALVINAS", "FLK"},
+    {"FRANCE", "FRA"},
+    {"FAROE ISLANDS", "FRO"},
+    {"MICRONESIA", "FSM"},
+    {"GABON", "GAB"},
+    {"UNITED KINGDOM", "GBR"},
+    {"GEORGIA", "GEO"},
+    {"GUERNSEY", "GGY"},
+    {"GHANA", "GHA"},
+    {"GIBRALTAR", "GIB"},
+    {"GUINEA", "GIN"},
+    {"GUADELOUPE", "GLP"},
+    {"GAMBIA", "GMB"},
+    {"GUINEA-BISSAU", "GNB"},
+    {"EQUATORIAL GUINEA", "GNQ"},
+    {"GREECE", "GRC"},
+    {"GRENADA", "GRD"},
+    {"GREENLAND", "GRL"},
+    {"GUATEMALA", "GTM"},
+    {"FRENCH GUIANA", "GUF"},
+    {"GUAM", "GUM"},
+    {"GUYANA", "GUY"},
+    {"HONG KONG", "HKG"},
+    {"HEARD ISLAND AND MCDONALD ISLANDS", "HMD"},
+    {"HONDURAS", "HND"},
+    {"CROATIA", "HRV"},
+    {"HAITI", "HTI"},
+    {"HUNGARY", "HUN"},
+    {"INDONESIA", "IDN"},
+    {"ISLE OF MAN", "IMN"},
+    {"INDIA", "IND"},
+    {"BRITISH INDIAN OCEAN TERRITORY", "IOT"},
+    {"IRELAND", "IRL"},
+    {"IRAN, ISLAMIC REPUBLIC OF", "IRN"},
+    {"IRAQ", "IRQ"},
+    {"ICELAND", "ISL"},
+    {"ISRAEL", "ISR"},
+    {"ITALY", "ITA"},
+    {"JAMAICA", "JAM"},
+    {"JERSEY", "JEY"},
+    {"JORDAN", "JOR"},
+    {"JAPAN", "JPN"},
+    {"KAZAKHSTAN", "KAZ"},
+    {"KENYA", "KEN"},
+    {"KYRGYZSTAN", "KGZ"},
+    {"CAMBODIA", "KHM"},
+    {"KIRIBATI", "KIR"},
+    {"SAINT KITTS AND NEVIS", "KNA"},
+    {"KOREA, REPUBLIC OF", "KOR"},
+    {"KUWAIT", "KWT"},
+    {"LAO PEOPLE'S DEMOCRATIC REPUBLIC", "LAO"},
+    {"LEBANON", "LBN"},
+    {"LIBERIA", "LBR"},
+    {"LIBYA", "LBY"},
+    {"SAINT LUCIA", "LCA"},
+    {"LIECHTENSTEIN", "LIE"},
+    {"SRI LANKA", "LKA"},
+    {"LESOTHO", "LSO"},
+    {"LITHUANIA", "LTU"},
+    {"LUXEMBOURG", "LUX"},
+    {"LATVIA", "LVA"},
+    {"MACAO", "MAC"},
+    {"SAINT MARTIN", "MAF"},
+    {"MOROCCO", "MAR"},
+    {"MONACO", "MCO"},
+    {"MOLDOVA, REPUBLIC OF", "MDA"},
+    {"MADAGASCAR", "MDG"},
+    {"MALDIVES", "MDV"},
+    {"MEXICO", "MEX"},
+    {"MARSHALL ISLANDS", "MHL"},
+    {"MACEDONIA, THE FORMER YUGOSLAV REPUBLIC OF", "MKD"},
+    {"MALI", "MLI"},
+    {"MALTA", "MLT"},
+    {"MYANMAR", "MMR"},
+    {"MONTENEGRO", "MNE"},
+    {"MONGOLIA", "MNG"},
+    {"NORTHERN MARIANA ISLANDS", "MNP"},
+    {"MOZAMBIQUE", "MOZ"},
+    {"MAURITANIA", "MRT"},
+    {"MONTSERRAT", "MSR"},
+    {"MARTINIQUE", "MTQ"},
+    {"MAURITIUS", "MUS"},
+    {"MALAWI", "MWI"},
+    {"MALAYSIA", "MYS"},
+    {"MAYOTTE", "MYT"},
+    {"NAMIBIA", "NAM"},
+    {"NEW CALEDONIA", "NCL"},
+    {"NIGER", "NER"},
+    {"NORFOLK ISLAND", "NFK"},
+    {"NIGERIA", "NGA"},
+    {"NICARAGUA", "NIC"},
+    {"NIUE", "NIU"},
+    {"NETHERLANDS", "NLD"},
+    {"NORWAY", "NOR"},
+    {"NEPAL", "NPL"},
+    {"NAURU", "NRU"},
+    {"NEW ZEALAND", "NZL"},
+    {"OMAN", "OMN"},
+    {"PAKISTAN", "PAK"},
+    {"PANAMA", "PAN"},
+    {"PITCAIRN", "PCN"},
+    {"PERU", "PER"},
+    {"PHILIPPINES", "PHL"},
+    {"PALAU", "PLW"},
+    {"PAPUA NEW GUINEA", "PNG"},
+    {"POLAND", "POL"},
+    {"PUERTO RICO", "PRI"},
+    {"KOREA, DEMOCRATIC PEOPLE'S REPUBLIC OF", "PRK"},
+    {"PORTUGAL", "PRT"},
+    {"PARAGUAY", "PRY"},
+    {"PALESTINIAN TERRITORY, OCCUPIED", "PSE"},
+    {"FRENCH POLYNESIA", "PYF"},
+    {"QATAR", "QAT"},
+    {"REUNION", "REU"},
+    {"ROMANIA", "ROU"},
+    {"RUSSIAN FEDERATION", "RUS"},
+    {"RWANDA", "RWA"},
+    {"SAUDI ARABIA", "SAU"},
+    {"SUDAN", "SDN"},
+    {"SENEGAL", "SEN"},
+    {"SINGAPORE", "SGP"},
+    {"SOUTH GEORGIA AND THE SOUTH SANDWICH ISLANDS", "SGS"},
+    {"SAINT HELENA, ASCENSION AND TRISTAN DA CUNHA", "SHN"},
+    {"SVALBARD AND JAN MAYEN", "SJM"},
+    {"SOLOMON ISLANDS", "SLB"},
+    {"SIERRA LEONE", "SLE"},
+    {"EL SALVADOR", "SLV"},
+    {"SAN MARINO", "SMR"},
+    {"SOMALIA", "SOM"},
+    {"SAINT PIERRE AND MIQUELON", "SPM"},
+    {"SERBIA", "SRB"},
+    {"SOUTH SUDAN", "SSD"},
+    {"SAO TOME AND PRINCIPE", "STP"},
+    {"SURINAME", "SUR"},
+    {"SLOVAKIA", "SVK"},
+    {"SLOVENIA", "SVN"},
+    {"SWEDEN", "SWE"},
+    {"SWAZILAND", "SWZ"},
+    {"SINT MAARTEN", "SXM"},
+    {"SEYCHELLES", "SYC"},
+    {"SYRIAN ARAB REPUBLIC", "SYR"},
+    {"TURKS AND CAICOS ISLANDS", "TCA"},
+    {"CHAD", "TCD"},
+    {"TOGO", "TGO"},
+    {"THAILAND", "THA"},
+    {"TAJIKISTAN", "TJK"},
+    {"TOKELAU", "TKL"},
+    {"TURKMENISTAN", "TKM"},
+    {"TIMOR-LESTE", "TLS"},
+    {"TONGA", "TON"},
+    {"TRINIDAD AND TOBAGO", "TTO"},
+    {"TUNISIA", "TUN"},
+    {"TURKEY", "TUR"},
+    {"TUVALU", "TUV"},
+    {"TAIWAN, PROVINCE OF CHINA", "TWN"},
+    {"TANZANIA, UNITED REPUBLIC OF", "TZA"},
+    {"UGANDA", "UGA"},
+    {"UKRAINE", "UKR"},
+    {"UNITED STATES MINOR OUTLYING ISLANDS", "UMI"},
+    {"URUGUAY", "URY"},
+    {"UNITED STATES", "USA"},
+    {"USA", "USA"},
+    {"US", "USA"},
+    {"U.S.", "USA"},
+    {"U.S.A.", "USA"},
+    {"UNITED STATES OF AMERICA", "USA"},
+    {"UZBEKISTAN", "UZB"},
+    {"VATICAN", "VAT"},
+    {"HOLY SEE", "VAT"},
+    {"VATICAN CITY STATE", "VAT"},
+    {"SAINT VINCENT AND THE GRENADINES", "VCT"},
+    {"VENEZUELA, BOLIVARIAN REPUBLIC OF", "VEN"},
+    {"VIRGIN ISLANDS, BRITISH", "VGB"},
+    {"VIRGIN ISLANDS, U.S.", "VIR"},
+    {"VIET NAM", "VNM"},
+    {"VANUATU", "VUT"},
+    {"WALLIS AND FUTUNA", "WLF"},
+    {"SAMOA", "WSM"},
+    {"YEMEN", "YEM"},
+    {"SOUTH AFRICA", "ZAF"},
+    {"ZAMBIA", "ZMB"},
+    {"ZIMBABWE", "ZWE"},
+    {"UTOPIA", "UTO"},
+    {nullptr, nullptr},  // terminator
+};
+static_assert(std::size(kCountryRows) == kCountryRowCount + 1);
+static_assert(kCountryRows[kCountryRowCount].name == nullptr &&
+              kCountryRows[kCountryRowCount].alpha3 == nullptr);
+
+// Two groups, each gap-free and sorted, so that a row is found by subtraction.
+constexpr int64_t kFirstGroupStart = 604426;
+constexpr size_t kFirstGroupSize = 8;
+constexpr int64_t kMainGroupStart = 636000;
+constexpr size_t kMainGroupSize = 63;
+
+constexpr IinRow kIinRows[] = {
+    // Canadian and territorial group.
+    {604426, "PE", "604426"},
+    {604427, "AS", "604427"},
+    {604428, "QC", "604428"},
+    {604429, "YT", "604429"},
+    {604430, "MP", "604430"},
+    {604431, "PR", "604431"},
+    {604432, "AB", "604432"},
+    {604433, "NU", "604433"},
+    // Main group.
+    {636000, "VA", "636000"},
+    {636001, "NY", "636001"},
+    {636002, "MA", "636002"},
+    {636003, "MD", "636003"},
+    {636004, "NC", "636004"},
+    {636005, "SC", "636005"},
+    {636006, "CT", "636006"},
+    {636007, "LA", "636007"},
+    {636008, "MT", "636008"},
+    {636009, "NM", "636009"},
+    {636010, "FL", "636010"},
+    {636011, "DE", "636011"},
+    {636012, "ON", "636012"},
+    {636013, "NS", "636013"},
+    {636014, "CA", "636014"},
+    {636015, "TX", "636015"},
+    {636016, "NF", "636016"},
+    {636017, "NB", "636017"},
+    {636018, "IA", "636018"},
+    {636019, "GM", "636019"},
+    {636020, "CO", "636020"},
+    {636021, "AR", "636021"},
+    {636022, "KS", "636022"},
+    {636023, "OH", "636023"},
+    {636024, "VT", "636024"},
+    {636025, "PA", "636025"},
+    {636026, "AZ", "636026"},
+    {636027, "DS", "636027"},
+    {636028, "BC", "636028"},
+    {636029, "OR", "636029"},
+    {636030, "MO", "636030"},
+    {636031, "WI", "636031"},
+    {636032, "MI", "636032"},
+    {636033, "AL", "636033"},
+    {636034, "ND", "636034"},
+    {636035, "IL", "636035"},
+    {636036, "NJ", "636036"},
+    {636037, "IN", "636037"},
+    {636038, "MN", "636038"},
+    {636039, "NH", "636039"},
+    {636040, "UT", "636040"},
+    {636041, "ME", "636041"},
+    {636042, "SD", "636042"},
+    {636043, "DC", "636043"},
+    {636044, "SK", "636044"},
+    {636045, "WA", "636045"},
+    {636046, "KY", "636046"},
+    {636047, "HI", "636047"},
+    {636048, "MB", "636048"},
+    {636049, "NV", "636049"},
+    {636050, "ID", "636050"},
+    {636051, "MS", "636051"},
+    {636052, "RI", "636052"},
+    {636053, "TN", "636053"},
+    {636054, "NE", "636054"},
+    {636055, "GA", "636055"},
+    {636056, "CU", "636056"},
+    {636057, "HL", "636057"},
+    {636058, "OK", "636058"},
+    {636059, "AK", "636059"},
+    {636060, "WY", "636060"},
+    {636061, "WV", "636061"},
+    {636062, "VI", "636062"},
+};
+static_assert(std::size(kIinRows) == 71);
+static_assert(kFirstGroupSize + kMainGroupSize == std::size(kIinRows));
+
+// A second Alberta number, known to the lookups but not a row of the table.
+constexpr int64_t kSecondAlbertaIin = 990876;
+constexpr const char* kSecondAlbertaText = "990876";
+constexpr const char* kAlbertaCode = "AB";
+
+// United States, then the single-row territories, then Canada, then Mexico.
+constexpr JurisdictionRow kJurisdictionRows[] = {
+    {"United States", "AL", "Alabama"},
+    {"United States", "AK", "Alaska"},
+    {"United States", "AZ", "Arizona"},
+    {"United States", "AR", "Arkansas"},
+    {"United States", "CA", "California"},
+    {"United States", "CO", "Colorado"},
+    {"United States", "CT", "Connecticut"},
+    {"United States", "DE", "Delaware"},
+    {"United States", "DC", "District of Columbia"},
+    {"United States", "FL", "Florida"},
+    {"United States", "GA", "Georgia"},
+    {"United States", "HI", "Hawaii"},
+    {"United States", "ID", "Idaho"},
+    {"United States", "IL", "Illinois"},
+    {"United States", "IN", "Indiana"},
+    {"United States", "IA", "Iowa"},
+    {"United States", "KS", "Kansas"},
+    {"United States", "KY", "Kentucky"},
+    {"United States", "LA", "Louisiana"},
+    {"United States", "ME", "Maine"},
+    {"United States", "MD", "Maryland"},
+    {"United States", "MA", "Massachusetts"},
+    {"United States", "MI", "Michigan"},
+    {"United States", "MN", "Minnesota"},
+    {"United States", "MS", "Mississippi"},
+    {"United States", "MO", "Missouri"},
+    {"United States", "MT", "Montana"},
+    {"United States", "NE", "Nebraska"},
+    {"United States", "NV", "Nevada"},
+    {"United States", "NH", "New Hampshire"},
+    {"United States", "NJ", "New Jersey"},
+    {"United States", "NM", "New Mexico"},
+    {"United States", "NY", "New York"},
+    {"United States", "NC", "North Carolina"},
+    {"United States", "ND", "North Dakota"},
+    {"United States", "OH", "Ohio"},
+    {"United States", "OK", "Oklahoma"},
+    {"United States", "OR", "Oregon"},
+    {"United States", "PA", "Pennsylvania"},
+    {"United States", "RI", "Rhode Island"},
+    {"United States", "SC", "South Carolina"},
+    {"United States", "SD", "South Dakota"},
+    {"United States", "TN", "Tennessee"},
+    {"United States", "TX", "Texas"},
+    {"United States", "UT", "Utah"},
+    {"United States", "VT", "Vermont"},
+    {"United States", "VA", "Virginia"},
+    {"United States", "WA", "Washington"},
+    {"United States", "WV", "West Virginia"},
+    {"United States", "WI", "Wisconsin"},
+    {"United States", "WY", "Wyoming"},
+    {"United States", "DS", "The U.S. Department of State"},
+    // Territories of one row each: the country is the jurisdiction.
+    {"American Samoa", "AS", "American Samoa"},
+    {"Federated States of Micronesia", "FM", "Federated States of Micronesia"},
+    {"Guam", "GM", "Guam"},
+    {"Marshall Islands", "MH", "Marshall Islands"},
+    {"Northern Mariana Islands", "MP", "Northern Mariana Islands"},
+    {"Palau", "PW", "Palau"},
+    {"Puerto Rico", "PR", "Puerto Rico"},
+    {"Virgin Islands of the U.S.", "VI", "Virgin Islands of the U.S."},
+    {"Wake Island", "WK", "Wake Island"},
+    {"Canada", "AB", "Alberta"},
+    {"Canada", "BC", "British Columbia"},
+    {"Canada", "MB", "Manitoba"},
+    {"Canada", "NB", "New Brunswick"},
+    {"Canada", "NF", "Newfoundland and Labrador"},
+    {"Canada", "NT", "Northwest Territory"},
+    {"Canada", "NS", "Nova Scotia"},
+    {"Canada", "NU", "Nunavut"},
+    {"Canada", "ON", "Ontario"},
+    {"Canada", "PE", "Prince Edward Island"},
+    {"Canada", "QC", "Quebec"},
+    {"Canada", "SK", "Saskatchewan"},
+    {"Canada", "YT", "Yukon Territory"},
+    {"Mexico", "AG", "Aguascalientes"},
+    {"Mexico", "BA", "Baja California Norte"},
+    {"Mexico", "BJ", "Baja California Sur"},
+    {"Mexico", "CE", "Campeche"},
+    {"Mexico", "CH", "Chihuahua"},
+    {"Mexico", "CI", "Chiapas"},
+    {"Mexico", "CL", "Colima"},
+    {"Mexico", "CU", "Coahuila de Zaragoza"},
+    {"Mexico", "DF", "Distrito Federal Mexico"},
+    {"Mexico", "DO", "Durango"},
+    {"Mexico", "EM", "Estado de Mexico"},
+    {"Mexico", "GR", "Guerrero"},
+    {"Mexico", "GU", "Guanajuato"},
+    {"Mexico", "HL", "Hidalgo"},
+    {"Mexico", "JL", "Jalisco"},
+    {"Mexico", "MC", "Michoacan de Ocampo"},
+    {"Mexico", "MR", "Morelos"},
+    {"Mexico", "NA", "Nayarit"},
+    {"Mexico", "NL", "Nuevo Leon"},
+    {"Mexico", "OA", "Oaxaca"},
+    {"Mexico", "PB", "Puebla"},
+    {"Mexico", "QR", "Quintana Roo"},
+    {"Mexico", "QU", "Queretaro de Arteaga"},
+    {"Mexico", "SI", "Sinaloa"},
+    {"Mexico", "SL", "San Luis Potosi"},
+    {"Mexico", "SO", "Sonora"},
+    {"Mexico", "TA", "Tamaulipas"},
+    {"Mexico", "TB", "Tabasco"},
+    {"Mexico", "TL", "Tlaxcala"},
+    {"Mexico", "VC", "Veracruz Llave"},
+    {"Mexico", "YU", "Yucatan"},
+    {"Mexico", "ZA", "Zacatecas"},
+};
+static_assert(std::size(kJurisdictionRows) == 106);
+
+// The direct indexing and the IIN texts rest on these properties of the rows.
+constexpr bool textIsNumber(const IinRow& row) {
+    uint64_t rest = row.number;
+    for (int i = 5; i >= 0; --i) {
+        if (row.text[i] != static_cast<char>('0' + rest % 10)) return false;
+        rest /= 10;
+    }
+    return rest == 0 && row.text[6] == '\0' && row.code[0] != '\0' && row.code[2] == '\0';
+}
+
+constexpr bool groupIsGapFree(size_t first, size_t count, int64_t start) {
+    for (size_t i = 0; i < count; ++i) {
+        const IinRow& row = kIinRows[first + i];
+        if (row.number != static_cast<uint64_t>(start) + i || !textIsNumber(row)) return false;
+    }
+    return true;
+}
+static_assert(groupIsGapFree(0, kFirstGroupSize, kFirstGroupStart));
+static_assert(groupIsGapFree(kFirstGroupSize, kMainGroupSize, kMainGroupStart));
+
+constexpr int32_t kIinDigits = 6;
+constexpr int32_t kCodeLength = 2;
+
+std::span<const IinRow> firstIinGroup() { return std::span(kIinRows).first(kFirstGroupSize); }
+std::span<const IinRow> mainIinGroup() { return std::span(kIinRows).subspan(kFirstGroupSize); }
+
+// Whether text (of the table's length) equals tableText once upper-cased.
+bool equalsUpperCased(const char* text, size_t length, const char* tableText) {
+    if (std::strlen(tableText) != length) return false;
+    for (size_t i = 0; i < length; ++i) {
+        if (toAsciiUpper(text[i]) != tableText[i]) return false;
+    }
+    return true;
+}
+
+bool isCodeSpan(TextSpan code) { return code.data != nullptr && code.length == kCodeLength; }
+
+bool codeEquals(TextSpan code, const char* tableCode) {
+    return code.data[0] == tableCode[0] && code.data[1] == tableCode[1];
+}
+
+// Reads the first six characters as strtol does (leading white space and a sign
+// accepted, stopping at the first non-digit); what follows them is never looked at.
+bool readIinNumber(TextSpan iin, int64_t* number) {
+    if (iin.data == nullptr || iin.length < kIinDigits) return false;
+    char digits[kIinDigits + 1];
+    std::memcpy(digits, iin.data, kIinDigits);
+    digits[kIinDigits] = '\0';
+    *number = std::strtol(digits, nullptr, 10);
+    return true;
+}
+
+const IinRow* iinRowForNumber(int64_t number) {
+    if (number >= kFirstGroupStart && number < kFirstGroupStart + int64_t{kFirstGroupSize}) {
+        return &kIinRows[number - kFirstGroupStart];
+    }
+    if (number >= kMainGroupStart && number < kMainGroupStart + int64_t{kMainGroupSize}) {
+        return &kIinRows[kFirstGroupSize + static_cast<size_t>(number - kMainGroupStart)];
+    }
+    return nullptr;
+}
+
+const IinRow* iinRowForCode(std::span<const IinRow> group, TextSpan code) {
+    for (const IinRow& row : group) {
+        if (codeEquals(code, row.code)) return &row;
+    }
+    return nullptr;
+}
+
+const JurisdictionRow* jurisdictionRowForCode(TextSpan code) {
+    if (!isCodeSpan(code)) return nullptr;
+    for (const JurisdictionRow& row : kJurisdictionRows) {
+        if (codeEquals(code, row.code)) return &row;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+std::span<const CountryRow> countryRows() { return std::span(kCountryRows).first(kCountryRowCount); }
+std::span<const IinRow> iinRows() { return kIinRows; }
+std::span<const JurisdictionRow> jurisdictionRows() { return kJurisdictionRows; }
+
+const char* countryNameForAlpha3(TextSpan code) {
+    if (!spanUsable(code)) return nullptr;
+    const size_t length = static_cast<size_t>(code.length);
+    for (const CountryRow& row : countryRows()) {
+        if (equalsUpperCased(code.data, length, row.alpha3)) return row.name;
+    }
+    return nullptr;
+}
+
+const char* alpha3ForCountryName(const char* name) {
+    if (name == nullptr || *name == '\0') return nullptr;
+    const size_t length = std::strlen(name);
+    for (const CountryRow& row : countryRows()) {
+        if (equalsUpperCased(name, length, row.name)) return row.alpha3;
+    }
+    return nullptr;
+}
+
+int32_t isCountryAlpha3(const char* text) {
+    if (text == nullptr) return 0;
+    for (const CountryRow& row : countryRows()) {
+        if (std::strcmp(text, row.alpha3) == 0) return 1;
+    }
+    return 0;
+}
+
+const char* jurisdictionCodeForIin(TextSpan iin) {
+    int64_t number = 0;
+    if (!readIinNumber(iin, &number)) return nullptr;
+    if (const IinRow* row = iinRowForNumber(number)) return row->code;
+    if (number == kSecondAlbertaIin) return kAlbertaCode;
+    return nullptr;
+}
+
+int32_t isKnownIin(TextSpan iin) {
+    int64_t number = 0;
+    if (!readIinNumber(iin, &number)) return 0;
+    return iinRowForNumber(number) != nullptr || number == kSecondAlbertaIin ? 1 : 0;
+}
+
+const char* iinForJurisdictionCode(TextSpan code) {
+    if (!isCodeSpan(code)) return nullptr;
+    if (const IinRow* row = iinRowForCode(mainIinGroup(), code)) return row->text;
+    if (const IinRow* row = iinRowForCode(firstIinGroup(), code)) return row->text;
+    // Deliberately kept though never reached: AB already stands in the first group.
+    if (codeEquals(code, kAlbertaCode)) return kSecondAlbertaText;
+    return nullptr;
+}
+
+const char* countryForJurisdictionCode(TextSpan code) {
+    const JurisdictionRow* row = jurisdictionRowForCode(code);
+    return row != nullptr ? row->countryName : nullptr;
+}
+
+// An addition of ours: no worker reads the carried names, so this makes them reachable.
+const char* jurisdictionNameForCode(TextSpan code) {
+    const JurisdictionRow* row = jurisdictionRowForCode(code);
+    return row != nullptr ? row->jurisdictionName : nullptr;
+}
+
+}  // namespace orvane
