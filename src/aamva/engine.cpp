@@ -78,6 +78,17 @@ int32_t findDataStart(TextSpan payload, int32_t fallback) {
     return fallback;
 }
 
+int32_t alignToDigits(TextSpan payload, int32_t start) {
+    // Deliberately asymmetric: a digit at the start moves forward one byte, and a digit
+    // two bytes back (but not one) moves back one.
+    int32_t s = isAsciiDigit(static_cast<unsigned char>(payloadByte(payload, start))) ? start + 1 : start;
+    if (s > 1 && !isAsciiDigit(static_cast<unsigned char>(payloadByte(payload, s - 1))) &&
+        isAsciiDigit(static_cast<unsigned char>(payloadByte(payload, s - 2)))) {
+        s -= 1;
+    }
+    return s;
+}
+
 int32_t findElementStart(TextSpan payload, int32_t n) {
     const int32_t limit = n < payload.length ? n : payload.length;
     const int32_t found = spanFind(TextSpan{payload.data, limit < 0 ? 0 : limit}, makeSpan("DLDAA"));
@@ -211,14 +222,7 @@ int32_t aamvaDirectoryReader(AamvaParser& p, TextSpan payload, TextSpan director
         start = findElementStart(payload, offset);
     }
     if (start < 0 || start > payload.length) return kErrDirectory;
-    // Deliberately asymmetric: a digit at the start moves forward one byte, and a digit
-    // two bytes back (but not one) moves back one.
-    int32_t s = isAsciiDigit(static_cast<unsigned char>(payloadByte(payload, start))) ? start + 1 : start;
-    if (s > 1 && !isAsciiDigit(static_cast<unsigned char>(payloadByte(payload, s - 1))) &&
-        isAsciiDigit(static_cast<unsigned char>(payloadByte(payload, s - 2)))) {
-        s -= 1;
-    }
-    entry->offset = findDataStart(payload, s);
+    entry->offset = findDataStart(payload, alignToDigits(payload, start));
     entry->length = payload.length - entry->offset;
     return kOk;
 }

@@ -133,6 +133,8 @@ int32_t aamvaElementStore(AamvaParser& p, FieldId id, TextSpan value);
 bool readHeaderNumber(TextSpan payload, uint32_t offset, uint32_t length, int32_t* value);
 // Start of the first element id after "8 digits, DL or ID, 3 letters", or fallback.
 int32_t findDataStart(TextSpan payload, int32_t fallback);
+// The subfile start nudged next to the digits of the directory before it.
+int32_t alignToDigits(TextSpan payload, int32_t start);
 // Index of "DLDAA" + 2 within the first n bytes, or n.
 int32_t findElementStart(TextSpan payload, int32_t n);
 // Whether the two bytes at text are "DL" or "ID".

@@ -1,8 +1,52 @@
 #include "engine/registry.h"
 
-namespace orvane {
+#include <iterator>
 
-// The format families register their rows here as they are built.
-std::span<const FormatDescriptor> formatRegistry() { return {}; }
+#include "aamva/variants.h"
+#include "engine/framers.h"
+
+namespace orvane {
+namespace {
+
+// The order is part of the behaviour: of two rows with the same score the earlier one
+// wins, so rows stay in this order even where it is not the order of format numbers.
+constexpr FormatDescriptor kFormatRegistry[] = {
+    // group, format, framer, reader, expected country, expected jurisdiction
+    {kGroupAamva, 40, frameBarcodeText, parseAamvaFormat40, nullptr, nullptr},
+    {kGroupAamva, 17, frameBarcodeText, parseAamvaFormat17, nullptr, nullptr},
+    {kGroupAamva, 18, frameBarcodeText, parseAamvaFormat18, nullptr, nullptr},
+    {kGroupAamva, 19, frameBarcodeText, parseAamvaFormat19, nullptr, nullptr},
+    {kGroupAamva, 20, frameBarcodeText, parseAamvaFormat20, nullptr, nullptr},
+    {kGroupAamva, 21, frameBarcodeText, parseAamvaFormat21, nullptr, nullptr},
+    {kGroupAamva, 22, frameBarcodeText, parseAamvaFormat22, nullptr, "NC"},
+    {kGroupAamva, 23, frameBarcodeText, parseAamvaFormat23, nullptr, "NC"},
+    {kGroupAamva, 24, frameBarcodeText, parseAamvaFormat24, nullptr, nullptr},
+    {kGroupAamva, 25, frameBarcodeText, parseAamvaFormat25, nullptr, "AR"},
+    {kGroupAamva, 26, frameBarcodeText, parseAamvaFormat26, nullptr, nullptr},
+    {kGroupAamva, 27, frameBarcodeText, parseAamvaFormat27, "CAN", nullptr},
+    {kGroupAamva, 28, framePassThrough, parseAamvaFormat28, "CAN", "AB"},
+    {kGroupAamva, 29, frameBarcodeText, parseAamvaFormat29, nullptr, nullptr},
+    {kGroupAamva, 30, frameBarcodeText, parseAamvaFormat30, nullptr, nullptr},
+    {kGroupAamva, 31, frameBarcodeText, parseAamvaFormat31, nullptr, nullptr},
+    {kGroupAamva, 32, frameBarcodeText, parseAamvaFormat32, nullptr, nullptr},
+    {kGroupAamva, 33, frameBarcodeText, parseAamvaFormat33, "CAN", "AB"},
+    {kGroupAamva, 34, framePassThrough, parseAamvaFormat34, "CAN", "AB"},
+    {kGroupAamva, 35, frameBarcodeTextStrict, parseAamvaFormat35, "CAN", "AB"},
+    {kGroupAamva, 45, frameBarcodeText, parseAamvaFormat45, "CAN", nullptr},
+    {kGroupAamva, 36, frameBarcodeText, parseAamvaFormat36, nullptr, "SL"},
+    {kGroupAamva, 37, frameBarcodeText, parseAamvaFormat37, nullptr, nullptr},
+    {kGroupAamva, 38, frameBarcodeText, parseAamvaFormat38, nullptr, nullptr},
+    {kGroupAamva, 39, frameBarcodeText, parseAamvaFormat39, nullptr, nullptr},
+    {kGroupAamva, 41, frameBarcodeText, parseAamvaFormat41, nullptr, nullptr},
+    {kGroupAamva, 42, frameBarcodeText, parseAamvaFormat42, nullptr, nullptr},
+    {kGroupAamva, 43, frameBarcodeText, parseAamvaFormat43, nullptr, nullptr},
+    {kGroupAamva, 44, frameBarcodeText, parseAamvaFormat44, nullptr, nullptr},
+    {kGroupAamva, 46, frameBarcodeText, parseAamvaFormat46, nullptr, nullptr},
+    {kGroupAamva, 47, frameBarcodeText, parseAamvaFormat47, "CAN", "AB"},
+};
+
+}  // namespace
+
+std::span<const FormatDescriptor> formatRegistry() { return kFormatRegistry; }
 
 }  // namespace orvane

@@ -1,0 +1,316 @@
+// Each reader: load its row of the version table, put its own steps in place of the
+// defaults, record the edition it reads, run.
+#include "aamva/variants.h"
+
+#include "aamva/engine.h"
+#include "aamva/variant_steps.h"
+#include "engine/status.h"
+#include "fields/text.h"
+
+namespace orvane {
+namespace {
+
+constexpr const char* kAamva2000 = "AAMVA DL/ID 2000";
+constexpr const char* kAamva2003 = "AAMVA DL/ID 2003";
+constexpr const char* kAamva2005 = "AAMVA DL/ID 2005";
+constexpr const char* kAamva2009 = "AAMVA DL/ID 2009";
+constexpr const char* kAamva2010 = "AAMVA DL/ID 2010";
+constexpr const char* kAamva2011 = "AAMVA DL/ID 2011";
+constexpr const char* kAamva2014 = "AAMVA DL/ID 2014";
+constexpr const char* kPartially2000 = "PARTIALLY AAMVA DL/ID 2000";
+constexpr const char* kNonStandard2000 = "NON STANDARD PARTIALLY BASED ON AAMVA DL/ID 2000";
+
+using enum Delimiters;
+
+// Records the edition (when there is one) and runs the engine.
+int32_t runVariant(AamvaParser& p, const char* standardName, const char* text, int32_t length) {
+    if (standardName != nullptr) setFieldLiteral(p.record, field::standardName, standardName);
+    return runAamvaParser(p, text, length);
+}
+
+// Runs the variant and, when it read the input, the check that ends it.
+int32_t runVariantChecked(AamvaParser& p, const char* standardName, const char* text, int32_t length,
+                          int32_t (*finalCheck)(const ParsedRecord*)) {
+    if (int32_t status = runVariant(p, standardName, text, length)) return status;
+    return finalCheck(p.record);
+}
+
+}  // namespace
+
+int32_t parseAamvaFormat17(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 17, record, clock)) return status;
+    p.headerCheck = headerWordCheck<kAnsiAt4Or5>;
+    p.elementStep = elementStepFor<kAamvaTableA, BothDash>;
+    return runVariant(p, kAamva2000, text, length);
+}
+
+int32_t parseAamvaFormat18(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 18, record, clock)) return status;
+    p.headerCheck = headerWordCheck<kAnsiAt4>;
+    p.directoryReader = numberedDirectoryReader<kDirectoryMinusOne>;
+    p.subfileSelector = selectPlain;
+    p.elementStep = elementStepFor<kAamvaTableA, BothDash>;
+    return runVariant(p, kAamva2000, text, length);
+}
+
+int32_t parseAamvaFormat19(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 19, record, clock)) return status;
+    p.headerCheck = headerWordCheck<kAnsiAt4Or5>;
+    p.directoryReader = numberedDirectoryReader<kDirectoryAligned>;
+    p.elementStep = elementStepFor<kAamvaTableA, Both>;
+    return runVariant(p, kAamva2000, text, length);
+}
+
+int32_t parseAamvaFormat20(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 20, record, clock)) return status;
+    p.issuerStep = storeIssuerAToSix;
+    p.headerCheck = headerWordCheck<kAamva36At3>;
+    p.elementStep = elementStepFor<kAamvaTableA, BothDash>;
+    return runVariant(p, kNonStandard2000, text, length);
+}
+
+int32_t parseAamvaFormat21(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 21, record, clock)) return status;
+    p.issuerStep = storeIssuerAToSix;
+    p.headerCheck = headerWordCheck<kAamva36At4WithSeparator>;
+    p.elementStep = elementStepFor<kAamvaTableA, Both>;
+    return runVariantChecked(p, kNonStandard2000, text, length, refuseNorthCarolina);
+}
+
+int32_t parseAamvaFormat22(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 22, record, clock)) return status;
+    p.issuerStep = storeIssuerAToSix;
+    p.headerCheck = headerWordCheck<kAamva36At4WithSeparator>;
+    p.directoryReader = numberedDirectoryReader<kDirectoryPlusOne>;
+    p.subfileSelector = selectDroppingType;
+    p.elementStore = storeReorderedDate;
+    p.elementStep = elementStepFor<kAamvaTableA, Both>;
+    return runVariantChecked(p, kNonStandard2000, text, length, requireNorthCarolina);
+}
+
+int32_t parseAamvaFormat23(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 23, record, clock)) return status;
+    p.versionStep = nullptr;
+    p.issuerStep = nullptr;
+    p.headerCheck = headerWordCheck<kAamvaWithin7>;
+    p.subfileSelector = selectDroppingType;
+    p.elementStore = storeReorderedDateMovingHeight;
+    p.elementStep = elementStepFor<kAamvaTableA, SeparatorOnly>;
+    return runVariantChecked(p, kNonStandard2000, text, length, requireNorthCarolina);
+}
+
+int32_t parseAamvaFormat24(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 24, record, clock)) return status;
+    p.headerCheck = headerWordCheck<kAamvaAt4WithSeparator>;
+    p.elementStep = elementStepFor<kAamvaTableA, Both>;
+    return runVariant(p, kAamva2000, text, length);
+}
+
+int32_t parseAamvaFormat25(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 25, record, clock)) return status;
+    p.issuerStep = nullptr;
+    p.headerCheck = headerWordCheck<kAamvaAt4>;
+    p.elementStep = elementStepFor<kAamvaTableA, BothDash>;
+    return runVariant(p, kNonStandard2000, text, length);
+}
+
+int32_t parseAamvaFormat26(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 26, record, clock)) return status;
+    p.directoryReader = numberedDirectoryReader<kDirectory3Digit>;
+    p.subfileSelector = selectPlain;
+    p.elementStep = elementStepFor<kAamvaTableA, SeparatorOnly>;
+    return runVariant(p, kPartially2000, text, length);
+}
+
+int32_t parseAamvaFormat27(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 27, record, clock)) return status;
+    p.elementStep = elementStepFor<kAamvaTableB, BothDash>;
+    return runVariant(p, kAamva2003, text, length);
+}
+
+int32_t parseAamvaFormat28(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 28, record, clock)) return status;
+    p.directoryReader = readDirectoryTypeOnly;
+    p.subfileSelector = aamvaSubfileSelector;
+    p.elementStep = elementStepFor<kAamvaTableB, BothDash>;
+    return runVariant(p, kAamva2005, text, length);
+}
+
+int32_t parseAamvaFormat29(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 29, record, clock)) return status;
+    p.headerCheck = requireRecordSeparator30;
+    p.elementStep = elementStepFor<kAamvaTableB, BothDash>;
+    return runVariant(p, kAamva2003, text, length);
+}
+
+int32_t parseAamvaFormat30(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 30, record, clock)) return status;
+    p.elementStep = elementStepFor<kAamvaTableB, BothDash>;
+    return runVariant(p, kAamva2003, text, length);
+}
+
+int32_t parseAamvaFormat31(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 31, record, clock)) return status;
+    p.elementStep = elementStepFor<kAamvaTableB, BothDash>;
+    return runVariant(p, kAamva2005, text, length);
+}
+
+int32_t parseAamvaFormat32(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 32, record, clock)) return status;
+    p.directoryReader = numberedDirectoryReader<kDirectoryMinusOne>;
+    p.subfileSelector = selectDroppingType;
+    p.elementStep = elementStepFor<kAamvaTableB, BothDash>;
+    return runVariant(p, kAamva2005, text, length);
+}
+
+int32_t parseAamvaFormat33(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 33, record, clock)) return status;
+    p.directoryReader = readDirectoryFixedAt<27>;
+    p.elementStep = elementStepFor<kAamvaTableB, BothDash>;
+    return runVariant(p, kAamva2005, text, length);
+}
+
+int32_t parseAamvaFormat34(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 34, record, clock)) return status;
+    p.directoryReader = readDirectoryFixedAt<32>;
+    p.elementStep = elementStepFor<kAamvaTableB, BothDash>;
+    return runVariant(p, kAamva2005, text, length);
+}
+
+int32_t parseAamvaFormat35(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 35, record, clock)) return status;
+    p.versionStep = takeExpectedVersion;
+    p.entriesStep = takeOneEntry;
+    p.issuerStep = storeIssuerAfterAnsi;
+    p.versionCheck = acceptAnyVersion;
+    p.directoryReader = readDirectorySearchFrom26;
+    p.elementStep = elementStepFor<kAamvaTableB, CrLf>;
+    return runVariant(p, kAamva2005, text, length);
+}
+
+int32_t parseAamvaFormat36(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 36, record, clock)) return status;
+    p.directoryLocator = locateSlDirectory;
+    p.directoryReader = readSlDirectory;
+    p.subfileSelector = selectPlain;
+    p.elementStep = elementStepFor<kAamvaTableB, BothDash>;
+    return runVariant(p, kAamva2005, text, length);
+}
+
+int32_t parseAamvaFormat37(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 37, record, clock)) return status;
+    p.elementLoop = loopOverTable;
+    p.elementStep = elementStepFor<kAamvaTableD, BothDash>;
+    return runVariant(p, kAamva2009, text, length);
+}
+
+int32_t parseAamvaFormat38(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 38, record, clock)) return status;
+    p.elementStep = elementStepFor<kAamvaTableD, SeparatorOnly>;
+    return runVariant(p, kAamva2009, text, length);
+}
+
+int32_t parseAamvaFormat39(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 39, record, clock)) return status;
+    p.elementLoop = loopOverTable;
+    p.elementStep = elementStepFor<kAamvaTableD, BothDash>;
+    return runVariant(p, kAamva2010, text, length);
+}
+
+int32_t parseAamvaFormat40(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 40, record, clock)) return status;
+    p.elementStep = elementStepFor<kAamvaTableD, BothDash>;
+    return runVariant(p, kAamva2010, text, length);
+}
+
+int32_t parseAamvaFormat41(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 41, record, clock)) return status;
+    p.elementStep = elementStepFor<kAamvaTableE, BothDash>;
+    return runVariant(p, kAamva2011, text, length);
+}
+
+int32_t parseAamvaFormat42(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 42, record, clock)) return status;
+    p.versionCheck = requireVersionInRange;
+    p.elementStep = elementStepFor<kAamvaTableC, BothDash>;
+    // Reads from the first "@"; text without one is refused before anything is written.
+    const int32_t at = text != nullptr ? spanFind(TextSpan{text, length}, makeSpan("@")) : -1;
+    if (at < 0) return text == nullptr || length < 0 ? kErrInvalidArgument : kErrNoAtSign;
+    return runVariant(p, kAamva2014, text + at, length - at);
+}
+
+int32_t parseAamvaFormat43(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 43, record, clock)) return status;
+    p.versionCheck = requireVersionInRange;
+    p.elementStep = elementStepFor<kAamvaTableC, SeparatorOnly>;
+    return runVariant(p, kAamva2014, text, length);
+}
+
+int32_t parseAamvaFormat44(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 44, record, clock)) return status;
+    p.versionCheck = requireVersionInRange;
+    p.elementStep = elementStepFor<kAamvaTableC, BothDash>;
+    return runVariant(p, kAamva2014, text, length);
+}
+
+int32_t parseAamvaFormat45(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    // Deliberately runs on the row of format 42; its own row is never used.
+    if (int32_t status = initAamvaParser(p, 42, record, clock)) return status;
+    p.headerStep = readNewlineHeader;
+    p.versionStep = takeExpectedVersion;
+    p.entriesStep = takeOneEntry;
+    p.issuerStep = storeIssuerAfterAnsi;
+    p.versionCheck = acceptAnyVersion;
+    p.elementStep = elementStepFor<kAamvaTableC, Both>;
+    return runVariantChecked(p, kAamva2014, text, length, requireCanada);
+}
+
+int32_t parseAamvaFormat46(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    // Deliberately runs on the row of format 42; its own row is never used.
+    if (int32_t status = initAamvaParser(p, 42, record, clock)) return status;
+    p.entriesStep = readEntriesLeniently;
+    p.versionCheck = requireVersionInRange;
+    p.elementStep = elementStepFor<kAamvaTableC, BothNewline>;
+    return runVariant(p, kAamva2014, text, length);
+}
+
+int32_t parseAamvaFormat47(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
+    AamvaParser p;
+    if (int32_t status = initAamvaParser(p, 47, record, clock)) return status;
+    p.entriesStep = takeOneEntry;
+    p.directoryReader = readOwnDirectory;
+    p.elementStep = elementStepFor<kAamvaTableA, BothDash>;
+    return runVariant(p, nullptr, text, length);  // this layout names no edition
+}
+
+}  // namespace orvane
