@@ -60,6 +60,19 @@ SVT_API int SVT_parse(SVT_ParserHandle* handle, const void* data, int length);
 /** Two digits of the AAMVA header version, as read from the input. */
 SVT_API int SVT_getAamvaVersion(SVT_ParserHandle* handle, char* buffer, int capacity);
 
+/* Dates, answered as MM/DD/YYYY. */
+
+/** Expiry date; "12/31/9999" for a document that does not expire. -26 also when capacity < 11. */
+SVT_API int SVT_getExpirationDate(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Date of birth. -26 also when capacity < 11. */
+SVT_API int SVT_getBirthdate(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Issue date. -26 also when capacity < 11. */
+SVT_API int SVT_getIssueDate(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Date of the card design revision. -26 also when capacity < 11. */
+SVT_API int SVT_getCardRevisionDate(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Expiry date of the hazardous-materials endorsement. -26 also when capacity < 11. */
+SVT_API int SVT_getHAZMATExpDate(SVT_ParserHandle* handle, char* buffer, int capacity);
+
 /* Version of the library. */
 
 /** Major version: 1. */
