@@ -73,6 +73,23 @@ SVT_API int SVT_getCardRevisionDate(SVT_ParserHandle* handle, char* buffer, int 
 /** Expiry date of the hazardous-materials endorsement. -26 also when capacity < 11. */
 SVT_API int SVT_getHAZMATExpDate(SVT_ParserHandle* handle, char* buffer, int capacity);
 
+/* Physical description. */
+
+/** "Male" or "Female"; -18 when the capacity is below 5 or 7 respectively. */
+SVT_API int SVT_getGender(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Eye colour name ("Brown"), or the stored code as it stands when it names no colour. */
+SVT_API int SVT_getEyeColor(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Hair colour name ("Grey"), or the stored code as it stands when it names no colour. */
+SVT_API int SVT_getHairColor(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Race, as stored on the document. */
+SVT_API int SVT_getRace(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Height: feet and inches (5'10"), centimetres (175cm) or the document's own text; -18 when it does not fit. */
+SVT_API int SVT_getHeight(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Weight in kilograms or a kilogram range; -21 when capacity < 4. A converted number that fills the buffer exactly is not terminated. */
+SVT_API int SVT_getWeightKG(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Weight in pounds or a pound range; -21 when capacity < 4. A converted number that fills the buffer exactly is not terminated. */
+SVT_API int SVT_getWeightLBS(SVT_ParserHandle* handle, char* buffer, int capacity);
+
 /* Version of the library. */
 
 /** Major version: 1. */

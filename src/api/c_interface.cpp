@@ -2,6 +2,7 @@
 #include "api/answers.h"
 #include "fields/codes.h"
 #include "fields/dates.h"
+#include "fields/physical.h"
 
 using namespace orvane;
 
@@ -15,5 +16,14 @@ SVT_API int SVT_getBirthdate(SVT_ParserHandle* h, char* b, int c) { return answe
 SVT_API int SVT_getIssueDate(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getIssueDate); }
 SVT_API int SVT_getCardRevisionDate(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getCardRevisionDate); }
 SVT_API int SVT_getHAZMATExpDate(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getHAZMATExpDate); }
+
+// Physical description.
+SVT_API int SVT_getGender(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getGender); }
+SVT_API int SVT_getEyeColor(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getEyeColor); }
+SVT_API int SVT_getHairColor(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getHairColor); }
+SVT_API int SVT_getRace(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getRace); }
+SVT_API int SVT_getHeight(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getHeight); }
+SVT_API int SVT_getWeightKG(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getWeightKG); }
+SVT_API int SVT_getWeightLBS(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getWeightLBS); }
 
 }  // extern "C"
