@@ -90,6 +90,36 @@ SVT_API int SVT_getWeightKG(SVT_ParserHandle* handle, char* buffer, int capacity
 /** Weight in pounds or a pound range; -21 when capacity < 4. A converted number that fills the buffer exactly is not terminated. */
 SVT_API int SVT_getWeightLBS(SVT_ParserHandle* handle, char* buffer, int capacity);
 
+/* Licence codes and document type. */
+
+/** Vehicle class code; always the same answer as SVT_getVehicleClassCode. */
+SVT_API int SVT_getClassificationCode(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Vehicle class code, as the document gives it. */
+SVT_API int SVT_getVehicleClassCode(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Description of the vehicle class, as the document gives it. */
+SVT_API int SVT_getVehicleClassCodeDescription(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Restriction codes, with runs of white space reduced to one blank. */
+SVT_API int SVT_getRestrictionCode(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Description of the restrictions, as the document gives it. */
+SVT_API int SVT_getRestrictionCodeDescription(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Endorsement codes, as the document gives them. */
+SVT_API int SVT_getEndorsementsCode(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Description of the endorsements, as the document gives it. */
+SVT_API int SVT_getEndorsementCodeDescription(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** The one-character compliance type; -26 when it is not exactly one printable character. */
+SVT_API int SVT_getComplianceType(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Document type ("DL", "ID", "PASSPORT", ...), else "DL" or "UNKNOWN" from the fields present; never -26. */
+SVT_API int SVT_getDocumentType(SVT_ParserHandle* handle, char* buffer, int capacity);
+
+/* Flags: (handle, int* value) -> 0 with value 1 or 0, -21, or -26 when the field is empty. */
+
+/** 1 when the document is of limited duration. */
+SVT_API int SVT_getLimitedDurationDocument(SVT_ParserHandle* handle, int* value);
+/** 1 when the holder is an organ donor. */
+SVT_API int SVT_getOrganDonor(SVT_ParserHandle* handle, int* value);
+/** 1 when the holder is a veteran. */
+SVT_API int SVT_getVeteran(SVT_ParserHandle* handle, int* value);
+
 /* Version of the library. */
 
 /** Major version: 1. */

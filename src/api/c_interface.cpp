@@ -26,4 +26,20 @@ SVT_API int SVT_getHeight(SVT_ParserHandle* h, char* b, int c) { return answerTe
 SVT_API int SVT_getWeightKG(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getWeightKG); }
 SVT_API int SVT_getWeightLBS(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getWeightLBS); }
 
+// Licence codes and document type.
+SVT_API int SVT_getClassificationCode(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getClassificationCode); }
+SVT_API int SVT_getVehicleClassCode(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getVehicleClassCode); }
+SVT_API int SVT_getVehicleClassCodeDescription(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getVehicleClassCodeDescription); }
+SVT_API int SVT_getRestrictionCode(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getRestrictionCode); }
+SVT_API int SVT_getRestrictionCodeDescription(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getRestrictionCodeDescription); }
+SVT_API int SVT_getEndorsementsCode(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getEndorsementsCode); }
+SVT_API int SVT_getEndorsementCodeDescription(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getEndorsementCodeDescription); }
+SVT_API int SVT_getComplianceType(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getComplianceType); }
+SVT_API int SVT_getDocumentType(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getDocumentType); }
+
+// Flags.
+SVT_API int SVT_getLimitedDurationDocument(SVT_ParserHandle* h, int* v) { return answerFlag(h, v, getLimitedDurationDocument); }
+SVT_API int SVT_getOrganDonor(SVT_ParserHandle* h, int* v) { return answerFlag(h, v, getOrganDonor); }
+SVT_API int SVT_getVeteran(SVT_ParserHandle* h, int* v) { return answerFlag(h, v, getVeteran); }
+
 }  // extern "C"
