@@ -41,7 +41,7 @@ int32_t answerFeetAndInches(TextSpan height, char* buffer, int32_t capacity) {
 
 int32_t answerCentimetres(TextSpan height, char* buffer, int32_t capacity) {
     trimIf(&height, isNotPrintableCode);
-    // An empty text counts as too small a buffer, like one that cannot take the unit.
+    // Deliberately -18 for an empty text too, as for a buffer that cannot take the unit.
     if (height.length < 1 || capacity <= height.length + 2) return kErrBufferTooSmall;
     const int32_t written = copyFiltered(buffer, capacity, height, nullptr, nullptr, '\0');
     buffer[written] = 'c';
@@ -131,7 +131,8 @@ int32_t getGender(const ParsedRecord* record, char* buffer, int32_t capacity) {
     int32_t gender = 0;
     if (int32_t status = genderCode(record, &gender)) return status;
     const char* text = gender == kGenderMale ? "Male" : "Female";
-    if (capacity <= static_cast<int32_t>(makeSpan(text).length)) return kErrBufferTooSmall;
+    // The whole word or nothing: a cut gender would read as another answer.
+    if (capacity <= makeSpan(text).length) return kErrBufferTooSmall;
     copyLiteralZ(buffer, capacity, text);
     return kOk;
 }
