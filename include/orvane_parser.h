@@ -73,6 +73,66 @@ SVT_API int SVT_getIIN(SVT_ParserHandle* handle, char* buffer, int capacity);
 /** Two-letter code of the jurisdiction that the IIN belongs to. */
 SVT_API int SVT_getIssuedBy(SVT_ParserHandle* handle, char* buffer, int capacity);
 
+/* Dates, answered as MM/DD/YYYY. */
+
+/** Expiry date; "12/31/9999" for a document that does not expire. -26 also when capacity < 11. */
+SVT_API int SVT_getExpirationDate(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Date of birth. -26 also when capacity < 11. */
+SVT_API int SVT_getBirthdate(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Issue date. -26 also when capacity < 11. */
+SVT_API int SVT_getIssueDate(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Date of the card design revision. -26 also when capacity < 11. */
+SVT_API int SVT_getCardRevisionDate(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Expiry date of the hazardous-materials endorsement. -26 also when capacity < 11. */
+SVT_API int SVT_getHAZMATExpDate(SVT_ParserHandle* handle, char* buffer, int capacity);
+
+/* Physical description. */
+
+/** "Male" or "Female"; -18 when the capacity is below 5 or 7 respectively. */
+SVT_API int SVT_getGender(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Eye colour name ("Brown"), or the stored code as it stands when it names no colour. */
+SVT_API int SVT_getEyeColor(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Hair colour name ("Grey"), or the stored code as it stands when it names no colour. */
+SVT_API int SVT_getHairColor(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Race, as stored on the document. */
+SVT_API int SVT_getRace(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Height: feet and inches (5'10"), centimetres (175cm) or the document's own text; -18 when it does not fit. */
+SVT_API int SVT_getHeight(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Weight in kilograms or a kilogram range; -21 when capacity < 4. A converted number that fills the buffer exactly is not terminated. */
+SVT_API int SVT_getWeightKG(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Weight in pounds or a pound range; -21 when capacity < 4. A converted number that fills the buffer exactly is not terminated. */
+SVT_API int SVT_getWeightLBS(SVT_ParserHandle* handle, char* buffer, int capacity);
+
+/* Licence codes and document type. */
+
+/** Vehicle class code; always the same answer as SVT_getVehicleClassCode. */
+SVT_API int SVT_getClassificationCode(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Vehicle class code, as the document gives it. */
+SVT_API int SVT_getVehicleClassCode(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Description of the vehicle class, as the document gives it. */
+SVT_API int SVT_getVehicleClassCodeDescription(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Restriction codes, with runs of white space reduced to one blank. */
+SVT_API int SVT_getRestrictionCode(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Description of the restrictions, as the document gives it. */
+SVT_API int SVT_getRestrictionCodeDescription(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Endorsement codes, as the document gives them. */
+SVT_API int SVT_getEndorsementsCode(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Description of the endorsements, as the document gives it. */
+SVT_API int SVT_getEndorsementCodeDescription(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** The one-character compliance type; -26 when it is not exactly one printable character. */
+SVT_API int SVT_getComplianceType(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Document type ("DL", "ID", "PASSPORT", ...), else "DL" or "UNKNOWN" from the fields present; never -26. */
+SVT_API int SVT_getDocumentType(SVT_ParserHandle* handle, char* buffer, int capacity);
+
+/* Flags: (handle, int* value) -> 0 with value 1 or 0, -21, or -26 when the field is empty. */
+
+/** 1 when the document is of limited duration. */
+SVT_API int SVT_getLimitedDurationDocument(SVT_ParserHandle* handle, int* value);
+/** 1 when the holder is an organ donor. */
+SVT_API int SVT_getOrganDonor(SVT_ParserHandle* handle, int* value);
+/** 1 when the holder is a veteran. */
+SVT_API int SVT_getVeteran(SVT_ParserHandle* handle, int* value);
+
 /* Version of the library. */
 
 /** Major version: 1. */
