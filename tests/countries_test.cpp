@@ -348,10 +348,8 @@ TEST(CountryWorkers, CapacityOneIsNoAnswerAndShortBuffersCut) {
 
 // ---- Through the exported getters ----
 
-struct HandleDeleter {
-    void operator()(SVT_ParserHandle* h) const { SVT_delete(h); }
-};
-using HandlePtr = std::unique_ptr<SVT_ParserHandle, HandleDeleter>;
+using testing::HandlePtr;
+using testing::parsedHandle;
 
 using Getter = int (*)(SVT_ParserHandle*, char*, int);
 struct NamedGetter {
@@ -363,14 +361,6 @@ constexpr NamedGetter kGetters[] = {
     {"countryCode", SVT_getCountryCode},           {"iin", SVT_getIIN},
     {"issuedBy", SVT_getIssuedBy},
 };
-
-// A handle after one parse, its record then filled by hand.
-HandlePtr parsedHandle() {
-    HandlePtr h(SVT_create());
-    const char input[] = "nothing the library knows";
-    SVT_parse(h.get(), input, static_cast<int>(sizeof input - 1));
-    return h;
-}
 
 TEST(CountryGetters, RefuseBeforeTheFirstParse) {
     HandlePtr h(SVT_create());

@@ -12,19 +12,9 @@
 namespace orvane {
 namespace {
 
-struct HandleDeleter {
-    void operator()(SVT_ParserHandle* h) const { SVT_delete(h); }
-};
-using HandlePtr = std::unique_ptr<SVT_ParserHandle, HandleDeleter>;
+using testing::HandlePtr;
 
-// A handle after one parse, with an empty record.
-HandlePtr parsedHandle() {
-    HandlePtr h(SVT_create());
-    const char input[] = "XYZ";
-    SVT_parse(h.get(), input, 3);
-    resetRecord(&h->record);
-    return h;
-}
+using testing::parsedHandle;
 
 using Getter = int (*)(SVT_ParserHandle*, char*, int);
 

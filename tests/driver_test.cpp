@@ -115,3 +115,34 @@ TEST(Driver, TheScratchRoomIsOneLessThanTheBuffer) {
 
 }  // namespace
 }  // namespace orvane
+
+namespace orvane {
+namespace {
+
+TEST(FindAamvaHeader, VersionAfterTheIssuerNumber) {
+    struct Case {
+        const char* text;
+        int32_t status;
+        const char* version;
+    };
+    const Case cases[] = {
+        {"@\n\x1e\rANSI 636026080102DL", kOk, "08"},
+        {"@\n\x1e\rAAMVA6360260102DL", kOk, "01"},
+        {"@ANSI 12AAMVA63601504XX", kOk, "04"},  // too few digits at the first marker
+        {"@\n\x1e\rANSI 6360", kErrNoAnswer, ""},
+        {"@234567890123", kErrNoAnswer, ""},       // 13 bytes
+        {"#\n\x1e\rANSI 636026080102", kErrNoAnswer, ""},
+        {"@\n\x1e\ransi 636026080102", kErrNoAnswer, ""},  // case matters
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        TextSpan version{};
+        EXPECT_EQ(findAamvaHeader(c.text, static_cast<int32_t>(std::strlen(c.text)), &version), c.status);
+        if (c.status == kOk) EXPECT_EQ(testing::text(version), c.version);
+    }
+    EXPECT_EQ(findAamvaHeader(nullptr, 20, nullptr), kErrInvalidArgument);
+    EXPECT_EQ(findAamvaHeader("@", -1, nullptr), kErrInvalidArgument);
+}
+
+}  // namespace
+}  // namespace orvane

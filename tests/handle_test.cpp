@@ -11,10 +11,7 @@
 namespace orvane {
 namespace {
 
-struct HandleDeleter {
-    void operator()(SVT_ParserHandle* h) const { SVT_delete(h); }
-};
-using HandlePtr = std::unique_ptr<SVT_ParserHandle, HandleDeleter>;
+using testing::HandlePtr;
 
 HandlePtr newHandle() { return HandlePtr(SVT_create()); }
 

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "api/handle.h"
 #include "engine/record.h"
 
 namespace orvane::testing {
@@ -31,6 +33,20 @@ inline std::string slotText(const ParsedRecord& record, FieldId id) {
 
 inline TextSpan span(const std::string& s) {
     return TextSpan{s.data(), static_cast<int32_t>(s.size())};
+}
+
+struct HandleDeleter {
+    void operator()(SVT_ParserHandle* h) const { SVT_delete(h); }
+};
+using HandlePtr = std::unique_ptr<SVT_ParserHandle, HandleDeleter>;
+
+// A handle after one parse, with its record reset: ready to be filled by hand.
+inline HandlePtr parsedHandle() {
+    HandlePtr h(SVT_create());
+    const char input[] = "XYZ";
+    SVT_parse(h.get(), input, 3);
+    resetRecord(&h->record);
+    return h;
 }
 
 }  // namespace orvane::testing

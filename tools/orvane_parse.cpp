@@ -6,21 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "answer_table.h"
 #include "orvane_parser.h"
 
 namespace {
 
-using TextGetter = int (*)(SVT_ParserHandle*, char*, int);
-
-struct TextAnswer {
-    const char* name;
-    TextGetter getter;
-};
-
-// Answers in the order and under the names the Java result object uses.
-constexpr TextAnswer kTextAnswers[] = {
-    {"aamvaVersion", SVT_getAamvaVersion},
-};
+using orvane_tools::kFlagAnswers;
+using orvane_tools::kTextAnswers;
 
 void printUsage(FILE* out) {
     std::fputs(
@@ -72,12 +64,20 @@ std::string describe(SVT_ParserHandle* handle, const char* source, int status) {
     json += ",\"status\":" + std::to_string(status);
     if (status == SVT_OK) {
         char buffer[1024];
-        for (const TextAnswer& answer : kTextAnswers) {
+        for (const auto& answer : kTextAnswers) {
             if (answer.getter(handle, buffer, sizeof buffer) != SVT_OK || buffer[0] == '\0') continue;
             json += ",\"";
             json += answer.name;
             json += "\":";
             appendJsonString(&json, buffer);
+        }
+        for (const auto& answer : kFlagAnswers) {
+            int value = 0;
+            if (answer.getter(handle, &value) != SVT_OK) continue;
+            json += ",\"";
+            json += answer.name;
+            json += "\":";
+            json += std::to_string(value);
         }
     }
     json += "}";

@@ -1,6 +1,7 @@
 #include "engine/driver.h"
 
 #include <cctype>
+#include <cstring>
 
 #include "engine/framers.h"
 #include "engine/status.h"
@@ -43,7 +44,35 @@ int32_t runRow(const FormatDescriptor& row, const void* data, int32_t dataLength
     return row.parser(inputCopy, length, record, clock);
 }
 
+bool allDigits(const char* text, int32_t n) {
+    for (int32_t i = 0; i < n; ++i) {
+        if (text[i] < '0' || text[i] > '9') return false;
+    }
+    return true;
+}
+
+// Adds the AAMVA version of the framed text to the winner's record.
+void storeAamvaVersion(const char* text, int32_t length, ParsedRecord* record) {
+    TextSpan version;
+    if (findAamvaHeader(text, length, &version) == kOk) {
+        setFieldFromSpan(record, field::aamvaVersion, version, nullptr, nullptr, '\0');
+    }
+}
+
 }  // namespace
+
+int32_t findAamvaHeader(const char* text, int32_t length, TextSpan* version) {
+    if (text == nullptr || length < 0) return kErrInvalidArgument;
+    if (length < 14 || text[0] != '@') return kErrNoAnswer;
+    for (int32_t p = 1; p + 12 < length; ++p) {
+        const bool marker = std::memcmp(text + p, "ANSI", 4) == 0 || std::memcmp(text + p, "AAMVA", 5) == 0;
+        if (marker && allDigits(text + p + 5, 8)) {
+            if (version != nullptr) *version = TextSpan{text + p + 11, 2};
+            return kOk;
+        }
+    }
+    return kErrNoAnswer;
+}
 
 int32_t countFilledFields(const ParsedRecord* record) {
     int32_t filled = 0;
@@ -79,6 +108,7 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
     int32_t length = 0;
     const int32_t final = runRow(best, data, dataLength, inputCopy, room, record, clock, &length);
     if (final != kOk) return final;
+    storeAamvaVersion(inputCopy, length, record);
     record->formatGroup = best.formatGroup;
     record->formatId = best.formatId;
     sanitizeWorkBuffer(record);
