@@ -39,11 +39,11 @@ TEST(NameRuleTable, RowsInOrderWithDistinctCodes) {
     }
 }
 
-TEST(NameRuleTable, OnlyCaliforniaSplitsWholeNames) {
+TEST(NameRuleTable, OnlyAlabamaAndColoradoHaveNameHooksAndOnlyCaliforniaSplits) {
     for (const NameRule& rule : nameRuleTable()) {
         const std::string code = rule.jurisdictionCode;
         SCOPED_TRACE(code);
-        EXPECT_FALSE(hasNameHooks(rule));
+        EXPECT_EQ(hasNameHooks(rule), code == "AL" || code == "CO");
         EXPECT_EQ(rule.useGenericSplitter, code == "CA" ? 0 : -1);
     }
 }

@@ -291,6 +291,68 @@ void expectLayout(const LayoutCase& c, std::vector<Slot> jurisdiction) {
     expectAnswers(plain.get(), c.generic);
 }
 
+TEST(NameLayouts, AlabamaReadsPositionsAndTitles) {
+    const LayoutCase cases[] = {
+        {{{field::fullName, "DR SMITH,J,PAUL,JR"}},
+         {"J", "PAUL", "SMITH", "JR", "DR", "DR SMITH J PAUL JR"},
+         {"J", "PAUL", "DR SMITH", "JR", kNone, "DR SMITH J PAUL JR"}},
+        {{{field::fullName, "SMITH,J,PAUL"}},
+         {"J", "PAUL", "SMITH", kNone, kNone, "SMITH J PAUL"},
+         {"SMITH", "J", "PAUL", kNone, kNone, "SMITH J PAUL"}},
+        {{{field::fullName, "SMITH,J,,JR"}},
+         {"J", kNone, "SMITH", "JR", kNone, "SMITH J JR"},
+         {"J", kNone, "SMITH", "JR", kNone, "SMITH J JR"}},
+        {{{field::fullName, "MRS VAN DYKE,MARY ANN"}},
+         {"MARY", "ANN", "VAN DYKE", kNone, "MRS", "MRS VAN DYKE MARY ANN"},
+         {"MARY", "ANN", "MRS VAN DYKE", kNone, kNone, "MRS VAN DYKE MARY ANN"}},
+        // A title alone is the surname.
+        {{{field::fullName, "DR,JOHN"}},
+         {"JOHN", kNone, "DR", kNone, kNone, "DR JOHN"},
+         {"JOHN", kNone, "DR", kNone, kNone, "DR JOHN"}},
+        // The ordinary form goes on to the generic rules.
+        {{{field::fullName, "SMITH,JOHN PAUL JR"}},
+         {"JOHN", "PAUL JR", "SMITH", "JR", kNone, "SMITH JOHN PAUL JR"},
+         {"JOHN", "PAUL JR", "SMITH", "JR", kNone, "SMITH JOHN PAUL JR"}},
+        // Separate slots win over the whole name.
+        {{{field::fullName, "DR SMITH,J,PAUL"}, {field::lastName, "JONES"}, {field::namePrefix, "REV"}},
+         {"J", "PAUL", "JONES", kNone, "REV", "DR SMITH J PAUL"},
+         {"DR SMITH", "J", "JONES", kNone, "REV", "DR SMITH J PAUL"}},
+    };
+    for (const LayoutCase& c : cases) {
+        SCOPED_TRACE(c.slots[0].text);
+        expectLayout(c, {{field::jurisdictionCode, "AL"}});
+        expectLayout(c, {{field::iin, "636033"}});
+    }
+}
+
+TEST(NameLayouts, ColoradoReadsTheSurnameFirst) {
+    const LayoutCase cases[] = {
+        {{{field::fullName, "SMITH JOHN PAUL"}},
+         {"JOHN", "PAUL", "SMITH", kNone, kNone, "SMITH JOHN PAUL"},
+         {"SMITH", "JOHN", "PAUL", kNone, kNone, "SMITH JOHN PAUL"}},
+        {{{field::fullName, "SMITH JOHN PAUL GEORGE JR"}},
+         {"JOHN", "PAUL GEORGE", "SMITH", "JR", kNone, "SMITH JOHN PAUL GEORGE JR"},
+         {"SMITH", "JOHN", "PAUL GEORGE", "JR", kNone, "SMITH JOHN PAUL GEORGE JR"}},
+        {{{field::fullName, "SMITH JOHN"}},
+         {"JOHN", kNone, "SMITH", kNone, kNone, "SMITH JOHN"},
+         {"SMITH", kNone, "JOHN", kNone, kNone, "SMITH JOHN"}},
+        {{{field::fullName, "SMITH"}},
+         {"SMITH", kNone, kNone, kNone, kNone, "SMITH"},
+         {"SMITH", kNone, kNone, kNone, kNone, "SMITH"}},
+        {{{field::fullName, "SMITH,JOHN PAUL"}},
+         {"JOHN", "PAUL", "SMITH", kNone, kNone, "SMITH JOHN PAUL"},
+         {"JOHN", "PAUL", "SMITH", kNone, kNone, "SMITH JOHN PAUL"}},
+        {{{field::fullName, "SMITH JOHN PAUL"}, {field::firstName, "JANE"}},
+         {"JANE", "PAUL", "SMITH", kNone, kNone, "SMITH JOHN PAUL"},
+         {"JANE", "JOHN", "PAUL", kNone, kNone, "SMITH JOHN PAUL"}},
+    };
+    for (const LayoutCase& c : cases) {
+        SCOPED_TRACE(c.slots[0].text);
+        expectLayout(c, {{field::jurisdictionCode, "CO"}});
+        expectLayout(c, {{field::iin, "636020"}});
+    }
+}
+
 TEST(NameLayouts, CaliforniaKeepsTheSuffixOutOfTheParts) {
     const LayoutCase cases[] = {
         {{{field::fullName, "SMITH JR,JOHN PAUL"}},
