@@ -4,9 +4,11 @@
 
 #include <array>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "api/handle.h"
 #include "engine/status.h"
 #include "test_support.h"
 
@@ -412,6 +414,37 @@ TEST(NameWorkers, AnyBytesGiveAStatusAndATerminatedAnswer) {
             if (status == kOk) ASSERT_LT(strnlen(buffer, sizeof buffer), static_cast<size_t>(capacity));
             ASSERT_EQ(buffer[capacity], 'x') << w.name;
         }
+    }
+}
+
+// ---- Through the exported getters ----
+
+struct HandleDeleter {
+    void operator()(SVT_ParserHandle* h) const { SVT_delete(h); }
+};
+using HandlePtr = std::unique_ptr<SVT_ParserHandle, HandleDeleter>;
+
+using Getter = int (*)(SVT_ParserHandle*, char*, int);
+constexpr Getter kGetters[] = {SVT_getFirstName, SVT_getMiddleName, SVT_getLastName,
+                               SVT_getNameSuffix, SVT_getNamePrefix, SVT_getFullName};
+static_assert(std::size(kGetters) == std::size(kWorkers));
+
+TEST(NameGetters, AnswerThroughTheHandle) {
+    HandlePtr h(SVT_create());
+    char buffer[32];
+    for (Getter g : kGetters) EXPECT_EQ(g(h.get(), buffer, 32), kErrInvalidArgument);  // no parse yet
+    const char input[] = "nothing the library knows";
+    SVT_parse(h.get(), input, static_cast<int>(sizeof input - 1));
+    resetRecord(&h->record);
+    fill(&h->record, {{field::fullName, "DR SMITH,J,PAUL,JR"}, {field::iin, "636033"}});
+    const Answers expected = {"J", "PAUL", "SMITH", "JR", "DR", "DR SMITH J PAUL JR"};
+    for (size_t i = 0; i < std::size(kGetters); ++i) {
+        SCOPED_TRACE(kWorkers[i].name);
+        EXPECT_EQ(kGetters[i](nullptr, buffer, 32), kErrInvalidArgument);
+        EXPECT_EQ(kGetters[i](h.get(), buffer, -1), kErrInvalidArgument);
+        EXPECT_EQ(kGetters[i](h.get(), buffer, 0), kErrInvalidArgument);
+        ASSERT_EQ(kGetters[i](h.get(), buffer, 32), kOk);
+        EXPECT_STREQ(buffer, expected[i]);
     }
 }
 
