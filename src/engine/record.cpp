@@ -235,9 +235,12 @@ int32_t resetRecord(ParsedRecord* record) {
     }
     record->formatGroup = kNoFormatGroup;
     record->formatId = kNoFormatId;
-    record->workUsed = 0;
     std::memset(record->fields, 0, sizeof record->fields);
-    std::memset(record->workBuffer, 0, static_cast<size_t>(record->workCapacity));
+    // Values are only ever written below workUsed, so clearing that part leaves the whole
+    // buffer reading as zero bytes.
+    const int32_t written = record->workUsed < record->workCapacity ? record->workUsed : record->workCapacity;
+    std::memset(record->workBuffer, 0, static_cast<size_t>(written > 0 ? written : 0));
+    record->workUsed = 0;
     return kOk;
 }
 
@@ -245,6 +248,8 @@ int32_t attachWorkBuffer(ParsedRecord* record, char* buffer, int32_t capacity) {
     if (record == nullptr || buffer == nullptr || capacity < 1) return kErrInvalidArgument;
     record->workBuffer = buffer;
     record->workCapacity = capacity;
+    std::memset(buffer, 0, static_cast<size_t>(capacity));
+    record->workUsed = 0;
     return resetRecord(record);
 }
 
