@@ -58,6 +58,11 @@ int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceS
     if (dst == nullptr || cap < 1 || !spanUsable(span)) return 0;
     const bool replacing = hasMembers(replaceSet);
     const bool collapsing = hasMembers(collapseSet);
+    if (!replacing && !collapsing) {
+        const int32_t n = span.length < cap ? span.length : cap;
+        std::memcpy(dst, span.data, static_cast<size_t>(n));
+        return n;
+    }
     int32_t written = 0;
     for (int32_t i = 0; i < span.length && written < cap; ++i) {
         char c = span.data[i];

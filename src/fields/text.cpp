@@ -104,7 +104,13 @@ int32_t nextToken(TextSpan span, TextSpan* token, TextSpan* rest, const char* de
         }
     }
     int32_t end = start;
-    while (end < span.length && !charInSet(span.data[end], set)) ++end;
+    if (set[0] != '\0' && set[1] == '\0') {
+        // One delimiter: let memchr find it.
+        const void* hit = std::memchr(span.data + start, set[0], static_cast<size_t>(span.length - start));
+        end = hit != nullptr ? static_cast<int32_t>(static_cast<const char*>(hit) - span.data) : span.length;
+    } else {
+        while (end < span.length && !charInSet(span.data[end], set)) ++end;
+    }
     *token = TextSpan{span.data + start, end - start};
     const int32_t next = end < span.length ? end + 1 : end;
     *rest = TextSpan{span.data + next, span.length - next};
