@@ -1,0 +1,40 @@
+// Readers of the national documents: the Virgin Islands licence (two layouts), the South
+// African identity document, the Panamanian licence, the Guatemalan and Mexican
+// element layouts, the Puerto Rican licence and the Latin-1 text of Mexican licences.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "engine/format.h"
+
+namespace orvane {
+
+// The federal commercial vehicle codes of the Virgin Islands layout ("DCH"), kept in a
+// slot of their own.
+inline constexpr FieldId kVirginIslandsVehicleCodes = 137;
+
+// The two Virgin Islands layouts: the column of the element table each reads.
+enum class VirginIslandsLayout { Dct = 0, Dtt = 1 };
+
+// One element of the Virgin Islands layouts, in the order the elements are expected:
+// its identifier in each layout and the slot it fills.
+struct VirginIslandsElementRow {
+    char id[2][4];
+    FieldId field;
+};
+
+// The element table as it stands, for integrity tests.
+std::span<const VirginIslandsElementRow> virginIslandsElementOrder();
+
+int32_t parseGuatemalaLicence(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
+int32_t parsePuertoRicoLicence(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
+int32_t parsePanamaLicence(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
+int32_t parseSouthAfricaIdentity(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
+int32_t parseMexicoElements(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
+int32_t parseMexicoLatin1Text(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
+int32_t parseVirginIslandsLicence(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
+int32_t parseVirginIslandsLicenceDtt(char* text, int32_t length, ParsedRecord* record,
+                                     const ParseClock* clock);
+
+}  // namespace orvane
