@@ -60,6 +60,21 @@ SVT_API int SVT_parse(SVT_ParserHandle* handle, const void* data, int length);
 /** Two digits of the AAMVA header version, as read from the input. */
 SVT_API int SVT_getAamvaVersion(SVT_ParserHandle* handle, char* buffer, int capacity);
 
+/* Names. */
+
+/** First name: as read, else the first of the given names, else cut from the whole name. */
+SVT_API int SVT_getFirstName(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Middle name(s): as read, else the given names after the first, else cut from the whole name. */
+SVT_API int SVT_getMiddleName(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Last name: as read, else cut from the whole name. */
+SVT_API int SVT_getLastName(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Generational suffix ("JR", "III", ...): as read, else found in the whole or last name. */
+SVT_API int SVT_getNameSuffix(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Name prefix, as read; never derived from the whole name. */
+SVT_API int SVT_getNamePrefix(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Whole name with blanks between its parts, cut to capacity - 2 characters; else the parts joined. */
+SVT_API int SVT_getFullName(SVT_ParserHandle* handle, char* buffer, int capacity);
+
 /* Country, jurisdiction and issuer. */
 
 /** Two-letter code of the issuing jurisdiction (state, province, territory), as read or from the IIN. */

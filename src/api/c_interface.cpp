@@ -3,6 +3,7 @@
 #include "fields/codes.h"
 #include "fields/countries.h"
 #include "fields/dates.h"
+#include "fields/names.h"
 #include "fields/physical.h"
 
 using namespace orvane;
@@ -10,6 +11,14 @@ using namespace orvane;
 extern "C" {
 
 SVT_API int SVT_getAamvaVersion(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getAamvaVersion); }
+
+// Names.
+SVT_API int SVT_getFirstName(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getFirstName); }
+SVT_API int SVT_getMiddleName(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getMiddleName); }
+SVT_API int SVT_getLastName(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getLastName); }
+SVT_API int SVT_getNameSuffix(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getNameSuffix); }
+SVT_API int SVT_getNamePrefix(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getNamePrefix); }
+SVT_API int SVT_getFullName(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getFullName); }
 
 // Country, jurisdiction and issuer.
 SVT_API int SVT_getJurisdictionCode(SVT_ParserHandle* h, char* b, int c) { return answerText(h, b, c, getJurisdictionCode); }
