@@ -88,6 +88,19 @@ SVT_API int SVT_getIIN(SVT_ParserHandle* handle, char* buffer, int capacity);
 /** Two-letter code of the jurisdiction that the IIN belongs to. */
 SVT_API int SVT_getIssuedBy(SVT_ParserHandle* handle, char* buffer, int capacity);
 
+/* Address and licence number. */
+
+/** First address line (street), blanks tidied. */
+SVT_API int SVT_getAddress1(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Second address line, blanks tidied. */
+SVT_API int SVT_getAddress2(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** City. */
+SVT_API int SVT_getCity(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Postal code; US ZIP codes as 12345-6789 (-18 when capacity < 11); derived from the address line when not stored. */
+SVT_API int SVT_getPostalCode(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Document or customer number, at most capacity - 2 characters. */
+SVT_API int SVT_getLicenseNumber(SVT_ParserHandle* handle, char* buffer, int capacity);
+
 /* Dates, answered as MM/DD/YYYY. */
 
 /** Expiry date; "12/31/9999" for a document that does not expire. -26 also when capacity < 11. */
@@ -147,6 +160,17 @@ SVT_API int SVT_getLimitedDurationDocument(SVT_ParserHandle* handle, int* value)
 SVT_API int SVT_getOrganDonor(SVT_ParserHandle* handle, int* value);
 /** 1 when the holder is a veteran. */
 SVT_API int SVT_getVeteran(SVT_ParserHandle* handle, int* value);
+
+/* Validity checks: (handle, ..., int* status) -> 0 with status 1 (not checkable), 2 (valid)
+ * or 3 (invalid); -21 for a null handle or status pointer; other failures returned as
+ * they are, the status left unchanged. */
+
+/** Whether the licence number has a shape its jurisdiction issues. */
+SVT_API int SVT_validateDocumentId(SVT_ParserHandle* handle, int* status);
+/** Whether a PDF417 symbol of these data columns (3-33), rows (3-90) and error-correction level (0-8) is one the jurisdiction prints. */
+SVT_API int SVT_validateBarcode(SVT_ParserHandle* handle, int columns, int rows, int errorCorrectionLevel, int* status);
+/** Whether the jurisdiction code agrees with the issuer identification number. */
+SVT_API int SVT_validateJurisdictionCode(SVT_ParserHandle* handle, int* status);
 
 /* Version of the library. */
 
