@@ -1,7 +1,7 @@
-// Guatemalan licences carry an AAMVA-like barcode: an AAMVA header (optional here),
-// then one element per line, a three-letter identifier followed by its value, the
-// first element possibly standing behind the "DL" subfile designator. The country is
-// named in full in "DCG", and that name is what tells the layout apart.
+// Guatemalan licences carry AAMVA element identifiers without the AAMVA header: one
+// element per line, a three-letter identifier followed by its value (lines that hold
+// no known element are passed over). The country is named in full in "DCG", and that
+// name in text that does not open with the AAMVA "@" is what tells the layout apart.
 //
 //   DAQ  licence number (the holder's 13-digit CUI)
 //   DCS  surnames                      DAC  first name        DAD  further given names
@@ -33,7 +33,7 @@ constexpr ElementRule kGuatemalaElements[] = {
 };
 static_assert(std::size(kGuatemalaElements) == 12);
 
-constexpr ElementLayout kGuatemalaLayout{kGuatemalaElements, "GUATEMALA", countryNameInElement,
+constexpr ElementLayout kGuatemalaLayout{kGuatemalaElements, "GUATEMALA", countryNameInHeaderlessText,
                                          "Republic of Guatemala", "GTM"};
 
 }  // namespace

@@ -1,8 +1,9 @@
 // Mexican licences, in two shapes.
 //
-// The AAMVA-like barcode: an AAMVA header (optional here), then one element per line,
-// the first possibly behind the "DL" subfile designator, with the country named in full
-// in "DCG" ("MEXICO", also with its accent), which tells the layout apart:
+// The AAMVA-like barcode: AAMVA element identifiers without the AAMVA header, one
+// element per line, with the country named in full in "DCG" ("MEXICO", also with its
+// accent). That name in text that does not open with the AAMVA "@" tells the layout
+// apart; state licences in AAMVA form stay with the AAMVA readers.
 //
 //   DAQ  licence number     DCS  both surnames    DAC  first name   DAD  further given names
 //   DBB  birth date         DBD  issue date       DBA  expiry date  (DDMMYYYY, day first)
@@ -67,7 +68,7 @@ constexpr ElementRule kMexicoElements[] = {
 };
 static_assert(std::size(kMexicoElements) == 15);
 
-constexpr ElementLayout kMexicoLayout{kMexicoElements, "MEXICO", countryNameInElement, kCountry,
+constexpr ElementLayout kMexicoLayout{kMexicoElements, "MEXICO", countryNameInHeaderlessText, kCountry,
                                       kCountryCode};
 
 // The labelled text. Values are collected first, because the surname is the two

@@ -67,6 +67,16 @@ bool isDesignator(const char* at) {
     return (at[0] == 'D' && at[1] == 'L') || (at[0] == 'I' && at[1] == 'D');
 }
 
+// An AAMVA barcode opens with "@", after any control bytes a reader put in front.
+bool opensLikeAamva(TextSpan text) {
+    int32_t i = 0;
+    while (i < text.length && (static_cast<unsigned char>(text.data[i]) <= ' ' ||
+                               static_cast<unsigned char>(text.data[i]) >= 0x7F)) {
+        ++i;
+    }
+    return i < text.length && text.data[i] == '@';
+}
+
 struct ElementLine {
     const ElementRule* rule;
     TextSpan value;
@@ -175,9 +185,9 @@ int32_t readElementLines(TextSpan text, std::span<const ElementRule> rules, Pars
     return stored;
 }
 
-bool countryNameInElement(TextSpan text, const ElementLayout& layout) {
+bool countryNameInHeaderlessText(TextSpan text, const ElementLayout& layout) {
     TextSpan country;
-    return findElementValue(text, layout.rules, kCountryElement, &country) &&
+    return !opensLikeAamva(text) && findElementValue(text, layout.rules, kCountryElement, &country) &&
            equalsWordIgnoringCase(country, layout.marker);
 }
 

@@ -59,9 +59,10 @@ struct ElementLayout {
     const char* countryCode;
 };
 
-// Recognisers: the country's name as the value of "DCG", whatever its case; the issuer
-// number right after "ANSI " in the header.
-bool countryNameInElement(TextSpan text, const ElementLayout& layout);
+// Recognisers: the country's name as the value of "DCG", whatever its case, in text
+// that does not open like an AAMVA barcode (such text belongs to the AAMVA readers,
+// whatever its country); the issuer number right after "ANSI " in the header.
+bool countryNameInHeaderlessText(TextSpan text, const ElementLayout& layout);
 bool issuerInHeader(TextSpan text, const ElementLayout& layout);
 
 // Folds the Latin-1 letters, refuses text the layout does not recognise (-25), stores
