@@ -33,13 +33,13 @@ int isWordChar(int c) { return isAsciiAlnum(c) || c == '_' || isAsciiSpace(c); }
 int isWhiteSpace(int c) { return isAsciiSpace(c); }
 
 int isStripeCityChar(int c) {
-    return isAsciiAlpha(c) || c == ' ' || c == '\t' || inSet(static_cast<char>(c), ".-'/");
+    return isAsciiAlpha(c) || c == ' ' || c == '\t' || charInSet(static_cast<char>(c), ".-'/");
 }
 int isStripeNameChar(int c) {
-    return isAsciiAlpha(c) || c == ' ' || inSet(static_cast<char>(c), "$,.-'");
+    return isAsciiAlpha(c) || c == ' ' || charInSet(static_cast<char>(c), "$,.-'");
 }
 int isStripeAddressChar(int c) {
-    return isAsciiAlnum(c) || c == ' ' || c == '\t' || inSet(static_cast<char>(c), "$,.-'#/");
+    return isAsciiAlnum(c) || c == ' ' || c == '\t' || charInSet(static_cast<char>(c), "$,.-'#/");
 }
 
 void trimLeadingIf(TextSpan* span, CharTest test) {

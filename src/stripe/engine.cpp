@@ -87,10 +87,10 @@ bool searchTrack(TextSpan track, int32_t minimum, bool (*match)(TextSpan, int32_
     return false;
 }
 
-bool inSet(int c, const char* set) { return c != 0 && std::strchr(set, c) != nullptr; }
-
 // An address is trimmed of its replace class and of the punctuation that ends a line.
-int isAddressEdge(int c) { return inSet(c, kStripeAddressReplaceChars) || inSet(c, kAddressEdges); }
+int isAddressEdge(int c) {
+    return charInSet(static_cast<char>(c), kStripeAddressReplaceChars) || charInSet(static_cast<char>(c), kAddressEdges);
+}
 
 void runStep(StripeStep step, StripeParser& p, TextSpan track) {
     if (step != nullptr) step(p, track);
