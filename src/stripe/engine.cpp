@@ -21,6 +21,7 @@ constexpr int32_t kIinLength = 6;
 constexpr int32_t kLongestNumberField = 13;
 constexpr int32_t kLongestOverflow = 5;
 constexpr int32_t kDateDigits = 12;
+constexpr int32_t kUnbounded = 0x7fffffff;
 
 // Expiry codes of track 2 that are not months.
 constexpr int32_t kNeverExpires = 77;
@@ -36,8 +37,6 @@ int32_t runLength(TextSpan track, int32_t at, CharTest test, int32_t limit) {
     while (at + n < track.length && n < limit && test(static_cast<unsigned char>(track.data[at + n]))) ++n;
     return n;
 }
-
-constexpr int32_t kUnbounded = 0x7fffffff;
 
 bool lettersAt(TextSpan track, int32_t at, int32_t n) {
     return at >= 0 && at + n <= track.length && runLength(track, at, isAsciiAlpha, n) == n;
@@ -134,6 +133,7 @@ int32_t readDigits(const char* text, int32_t n) {
 }
 
 int32_t findByte(TextSpan track, char c, int32_t from) {
+    if (track.data == nullptr) return -1;
     for (int32_t i = from < 0 ? 0 : from; i < track.length; ++i) {
         if (track.data[i] == c) return i;
     }

@@ -139,12 +139,9 @@ int32_t splitSingleTrack(StripeParser&, const char* payload, int32_t length, Tra
     return kOk;
 }
 
-int32_t splitQuotedTokens(StripeParser&, const char* payload, int32_t length, TrackSet* tracks) {
-    if (length < 6) return kErrPayloadTooShort;
-    TextSpan lines[3] = {};
-    pickTrimmedLines(TextSpan{payload, length}, lines, 3, kQuotesAndBlanks);
-    *tracks = TrackSet{lines[0], lines[1], lines[2]};
-    return kOk;
+int32_t splitQuotedTokens(StripeParser& p, const char* payload, int32_t length, TrackSet* tracks) {
+    // Cut into lines at CR and LF, empty ones skipped, exactly as format 2's.
+    return splitQuotedLines(p, payload, length, tracks);
 }
 
 int32_t splitTrack2Only(StripeParser&, const char* payload, int32_t length, TrackSet* tracks) {
