@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "aamva/variants.h"
+#include "documents/national.h"
 #include "engine/framers.h"
 #include "stripe/variants.h"
 
@@ -61,6 +62,14 @@ constexpr FormatDescriptor kFormatRegistry[] = {
     {kGroupAamva, 44, frameBarcodeText, parseAamvaFormat44, nullptr, nullptr},
     {kGroupAamva, 46, frameBarcodeText, parseAamvaFormat46, nullptr, nullptr},
     {kGroupAamva, 47, frameBarcodeText, parseAamvaFormat47, "CAN", "AB"},
+    {kGroupNational, 56, framePassThrough, parseGuatemalaLicence, "GTM", nullptr},
+    {kGroupNational, 57, framePassThrough, parsePuertoRicoLicence, "PRI", nullptr},
+    {kGroupNational, 58, framePassThrough, parsePanamaLicence, "PAN", nullptr},
+    {kGroupNational, 59, framePassThrough, parseSouthAfricaIdentity, "ZAF", nullptr},
+    {kGroupNational, 60, framePassThrough, parseMexicoElements, "MEX", nullptr},
+    {kGroupNational, 61, frameLatin1, parseMexicoLatin1Text, "MEX", nullptr},
+    {kGroupNational, 62, framePassThrough, parseVirginIslandsLicence, nullptr, nullptr},
+    {kGroupNational, 63, framePassThrough, parseVirginIslandsLicenceDtt, nullptr, nullptr},
 };
 
 }  // namespace
