@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <array>
 #include <iterator>
 
 #include "aamva/engine.h"
@@ -106,7 +108,32 @@ constexpr PairEntry kDPairs[] = {
 };
 static_assert(std::size(kDPairs) == 82);
 
+// The pairs of a table ordered by key, each value the pair's position in the table: the
+// element loop finds an id by binary search and still applies its pairs in table order.
+template <size_t N>
+constexpr std::array<PairEntry, N> orderedByKey(const PairEntry (&pairs)[N]) {
+    std::array<PairEntry, N> ordered{};
+    for (size_t i = 0; i < N; ++i) ordered[i] = PairEntry{pairs[i].key, static_cast<int32_t>(i)};
+    std::sort(ordered.begin(), ordered.end(), [](const PairEntry& a, const PairEntry& b) {
+        return a.key != b.key ? a.key < b.key : a.value < b.value;
+    });
+    return ordered;
+}
+
+constexpr std::array<PairEntry, std::size(kAPairs)> kAByKey = orderedByKey(kAPairs);
+constexpr std::array<PairEntry, std::size(kBPairs)> kBByKey = orderedByKey(kBPairs);
+constexpr std::array<PairEntry, std::size(kCPairs)> kCByKey = orderedByKey(kCPairs);
+constexpr std::array<PairEntry, std::size(kDPairs)> kDByKey = orderedByKey(kDPairs);
+
 }  // namespace
+
+std::span<const PairEntry> elementIndexFor(const PairEntry* pairs) {
+    if (pairs == kAPairs) return kAByKey;
+    if (pairs == kBPairs) return kBByKey;
+    if (pairs == kCPairs) return kCByKey;
+    if (pairs == kDPairs) return kDByKey;
+    return {};
+}
 
 const AamvaElementTable kAamvaTableA{kAPairs, static_cast<int32_t>(std::size(kAPairs))};
 const AamvaElementTable kAamvaTableB{kBPairs, static_cast<int32_t>(std::size(kBPairs))};

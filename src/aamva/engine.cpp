@@ -1,5 +1,6 @@
 #include "aamva/engine.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "engine/status.h"
@@ -45,6 +46,24 @@ int32_t leadingInteger(const char* text) {
     while (isAsciiDigit(static_cast<unsigned char>(*p)) && value < INT32_MAX) value = value * 10 + (*p++ - '0');
     if (value > INT32_MAX) value = INT32_MAX;
     return static_cast<int32_t>(negative ? -value : value);
+}
+
+// Applies every pair of the key, in table order: through the table's key index when it
+// has one (pairs past tableSize are not the table's), else by walking the table.
+void storeElement(AamvaParser& p, uint32_t key, TextSpan value, const PairEntry* table, int32_t tableSize,
+                  std::span<const PairEntry> index) {
+    if (p.elementStore == nullptr) return;
+    if (index.empty()) {
+        for (int32_t i = 0; i < tableSize; ++i) {
+            if (table[i].key == key) p.elementStore(p, static_cast<FieldId>(table[i].value), value);
+        }
+        return;
+    }
+    auto at = std::lower_bound(index.begin(), index.end(), key,
+                               [](const PairEntry& entry, uint32_t k) { return entry.key < k; });
+    for (; at != index.end() && at->key == key; ++at) {
+        if (at->value < tableSize) p.elementStore(p, static_cast<FieldId>(table[at->value].value), value);
+    }
 }
 
 }  // namespace
@@ -244,6 +263,7 @@ int32_t aamvaSubfileSelector(AamvaParser&, TextSpan payload, const SubfileEntry*
 
 int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters, const PairEntry* table,
                          int32_t tableSize) {
+    const std::span<const PairEntry> index = elementIndexFor(table);
     TextSpan rest = data;
     TextSpan token;
     while (rest.data != nullptr && rest.length > 0 && nextToken(rest, &token, &rest, delimiters, 0)) {
@@ -252,11 +272,7 @@ int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters, 
                              static_cast<uint32_t>(static_cast<unsigned char>(token.data[1])) << 8 |
                              static_cast<uint32_t>(static_cast<unsigned char>(token.data[2]));
         const TextSpan value{token.data + 3, token.length - 3};
-        for (int32_t index = 0; index < tableSize; ++index) {
-            if (table[index].key == key && p.elementStore != nullptr) {
-                p.elementStore(p, static_cast<FieldId>(table[index].value), value);
-            }
-        }
+        storeElement(p, key, value, table, tableSize, index);
     }
     return kOk;
 }

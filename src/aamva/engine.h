@@ -92,6 +92,10 @@ extern const AamvaElementTable kAamvaTableC;  // 2014 layouts
 extern const AamvaElementTable kAamvaTableD;  // 2009-2010 layouts, the union
 extern const AamvaElementTable kAamvaTableE;  // the 2011 variant
 
+// The pairs of one of the five tables ordered by key (values: positions in the table),
+// or an empty span for any other table.
+std::span<const PairEntry> elementIndexFor(const PairEntry* pairs);
+
 // Packs a three-letter element id as first << 16 | second << 8 | third.
 constexpr uint32_t elementKey(const char (&id)[4]) {
     return static_cast<uint32_t>(static_cast<unsigned char>(id[0])) << 16 |

@@ -35,6 +35,7 @@ struct ParseRun {
     unsigned char upper[256];
     const char* framedBarcode;  // the upper-cased barcode framing, or null
     int32_t framedBarcodeLength;
+    bool recordIsReset;         // no setter has stored a value since the last reset
 };
 
 // The C library's upper-case mapping, read once per parse into a table.
@@ -85,7 +86,9 @@ int32_t frameForRow(ParseRun& run, const FormatDescriptor& row, int32_t* framedL
 int32_t runRow(ParseRun& run, const FormatDescriptor& row, ParsedRecord* record, const ParseClock* clock,
                int32_t* framedLength) {
     if (int32_t status = frameForRow(run, row, framedLength)) return status;
-    resetRecord(record);
+    // A record that no value reached since its last reset still is a reset record.
+    if (record->workUsed != 0 || !run.recordIsReset) resetRecord(record);
+    run.recordIsReset = true;
     return row.parser(run.inputCopy, *framedLength, record, clock);
 }
 
@@ -151,9 +154,7 @@ int32_t findAamvaHeader(const char* text, int32_t length, TextSpan* version) {
 
 int32_t countFilledFields(const ParsedRecord* record) {
     int32_t filled = 0;
-    for (FieldId id = 0; id < kFieldCount; ++id) {
-        if (fieldMissing(record, id) == 0) ++filled;
-    }
+    for (const FieldSlot& slot : record->fields) filled += spanUsable(slot) ? 1 : 0;
     return filled;
 }
 
@@ -164,7 +165,7 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
         checkDriverArguments(data, dataLength, inputCopy, inputCopyCapacity, record);
     if (status != kOk) return status;
     ParseRun run{static_cast<const char*>(data), dataLength, inputCopy, inputCopyCapacity - 1,
-                 inputCopyCapacity - 1, {}, nullptr, 0};
+                 inputCopyCapacity - 1, {}, nullptr, 0, false};
     readUpperCaseTable(run.upper);
     int32_t bestRow = -1;
     int32_t bestScore = kNoScore;

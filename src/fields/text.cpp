@@ -118,6 +118,11 @@ int32_t nextToken(TextSpan span, TextSpan* token, TextSpan* rest, const char* de
         // One delimiter: let memchr find it.
         const void* hit = std::memchr(span.data + start, set[0], static_cast<size_t>(span.length - start));
         end = hit != nullptr ? static_cast<int32_t>(static_cast<const char*>(hit) - span.data) : span.length;
+    } else if (set[0] != '\0' && set[2] == '\0') {
+        // Two delimiters, the usual case of barcode elements.
+        const char first = set[0];
+        const char second = set[1];
+        while (end < span.length && span.data[end] != first && span.data[end] != second) ++end;
     } else {
         while (end < span.length && !charInSet(span.data[end], set)) ++end;
     }
