@@ -1,0 +1,192 @@
+#include "documents/mrz.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "engine/status.h"
+#include "test_support.h"
+
+namespace orvane {
+namespace {
+
+using testing::RecordWithBuffer;
+using testing::slotText;
+
+constexpr ParseClock kClock2026{2026, 6, 1, 12, 0, 0};
+
+// The published specimen zones, lines joined as the framing hands them over.
+const std::string kTd3Specimen = "P<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<<<<<<<<<"
+                                 "L898902C36UTO7408122F1204159ZE184226B<<<<<10";
+const std::string kTd1Specimen = "I<UTOD231458907<<<<<<<<<<<<<<<"
+                                 "7408122F1204159UTO<<<<<<<<<<<6"
+                                 "ERIKSSON<<ANNA<MARIA<<<<<<<<<<";
+const std::string kTd2Specimen = "I<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<"
+                                 "D231458907UTO7408122F1204159<<<<<<<6";
+const std::string kLongVisaSpecimen = "V<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<<<<<<<<<"
+                                      "L8988901C4XXX4009078F96121096ZE184226B<<<<<<";
+const std::string kShortVisaSpecimen = "V<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<"
+                                       "L8988901C4XXX4009078F9612109<<<<<<<<";
+
+// An invented passport: the name field (39) and the dates are the parts tests vary.
+std::string passport(const std::string& name, const std::string& birth = "850715",
+                     const std::string& expiry = "300101", const std::string& nationality = "UTO") {
+    std::string first = "P<UTO" + name;
+    first.resize(44, '<');
+    return first + "X12345678" + "0" + nationality + birth + "0" + "M" + expiry + "0" +
+           "<<<<<<<<<<<<<<" + "00";
+}
+
+struct Expectation {
+    FieldId id;
+    const char* value;
+};
+
+struct ZoneCase {
+    const char* name;
+    FormatParser parser;
+    std::string zone;
+    int32_t status;
+    std::vector<Expectation> fields;
+};
+
+void runCases(const std::vector<ZoneCase>& cases) {
+    for (const ZoneCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        RecordWithBuffer r(2048);
+        std::string text = c.zone;
+        EXPECT_EQ(c.parser(text.data(), static_cast<int32_t>(text.size()), r.get(), &kClock2026), c.status);
+        for (const Expectation& e : c.fields) {
+            SCOPED_TRACE(e.id);
+            EXPECT_EQ(slotText(r.record, e.id), e.value);
+        }
+    }
+}
+
+TEST(MrzFormats, PassportZone) {
+    std::string lowerCase = passport("SAMPLE<<JORDAN");
+    lowerCase[6] = 'a';
+    runCases({
+        {"specimen", parseMrzFormat64, kTd3Specimen, kOk,
+         {{field::countryCode, "UTO"}, {field::lastName, "ERIKSSON"}, {field::firstName, "ANNA"},
+          {field::middleName, "MARIA"}, {field::licenseNumber, "L898902C3"}, {field::mrzCountryCode, "UTO"},
+          {field::birthdateAlt, "19740812"}, {field::gender, "F"}, {field::expirationDate, "20120415"},
+          {field::licenseNumberAlt, "ZE184226B"}, {field::documentType, "PASSPORT"}}},
+        {"two fillers then one", parseMrzFormat64, passport("SMITH<<JOHN<PAUL"), kOk,
+         {{field::lastName, "SMITH"}, {field::firstName, "JOHN"}, {field::middleName, "PAUL"},
+          {field::licenseNumberAlt, ""}}},
+        {"one filler only", parseMrzFormat64, passport("SMITH<JOHN"), kOk,
+         {{field::lastName, "SMITH"}, {field::firstName, "JOHN"}, {field::middleName, ""}}},
+        {"fillers inside parts become spaces", parseMrzFormat64, passport("VAN<DER<BERG<<ANNA<MARIE<LOUISE"), kOk,
+         {{field::lastName, "VAN DER BERG"}, {field::firstName, "ANNA"}, {field::middleName, "MARIE LOUISE"}}},
+        {"born in 25: this century", parseMrzFormat64, passport("SAMPLE<<JO", "250101", "350101"), kOk,
+         {{field::birthdateAlt, "20250101"}, {field::expirationDate, "20350101"}}},
+        {"born in 26: the last one", parseMrzFormat64, passport("SAMPLE<<JO", "260101", "300101"), kOk,
+         {{field::birthdateAlt, "19260101"}, {field::expirationDate, "19300101"}}},
+        {"expiry rolls over", parseMrzFormat64, passport("SAMPLE<<JO", "900101", "050101"), kOk,
+         {{field::birthdateAlt, "19900101"}, {field::expirationDate, "20050101"}}},
+        {"no range check on dates", parseMrzFormat64, passport("SAMPLE<<JO", "851340"), kOk,
+         {{field::birthdateAlt, "19851340"}}},
+        {"one-letter nationality", parseMrzFormat64, passport("SAMPLE<<JO", "850715", "300101", "D<<"), kOk,
+         {{field::mrzCountryCode, "D"}}},
+        {"digit in the name: state kept", parseMrzFormat64, passport("SAMPLE<<J0"), kErrFraming,
+         {{field::countryCode, "UTO"}, {field::lastName, ""}}},
+        {"bad birth date: name kept", parseMrzFormat64, passport("SAMPLE<<JO", "85O715"), kErrFraming,
+         {{field::lastName, "SAMPLE"}, {field::birthdateAlt, ""}, {field::gender, ""}}},
+        {"bad nationality: dates and sex kept", parseMrzFormat64, passport("SAMPLE<<JO", "850715", "300101", "U1O"),
+         kErrFraming, {{field::expirationDate, "20300101"}, {field::gender, "M"}, {field::licenseNumber, ""}}},
+        {"empty name field", parseMrzFormat64, passport(""), kErrFraming, {{field::countryCode, "UTO"}}},
+        {"lower case", parseMrzFormat64, lowerCase, kErrFraming, {{field::countryCode, ""}}},
+        {"87 characters", parseMrzFormat64, kTd3Specimen.substr(0, 87), kErrFraming, {}},
+        {"not a P", parseMrzFormat64, "V" + kTd3Specimen.substr(1), kErrFraming, {}},
+    });
+}
+
+TEST(MrzFormats, CardAndVisaZones) {
+    std::string licence = kTd1Specimen;
+    licence.replace(56, 2, "NY");
+    std::string digits = kTd1Specimen;
+    digits.replace(56, 2, "12");
+    runCases({
+        {"TD1 specimen", parseMrzFormat65, kTd1Specimen, kOk,
+         {{field::countryCode, "UTO"}, {field::licenseNumber, "D23145890"}, {field::birthdateAlt, "19740812"},
+          {field::gender, "F"}, {field::expirationDate, "20120415"}, {field::mrzCountryCode, "UTO"},
+          {field::lastName, "ERIKSSON"}, {field::firstName, "ANNA"}, {field::middleName, "MARIA"},
+          {field::residenceJurisdictionCode, ""}, {field::documentType, "TD"}}},
+        {"TD1 with letters at 56", parseMrzFormat65, licence, kOk,
+         {{field::residenceJurisdictionCode, "NY"}, {field::documentType, "DL"}}},
+        {"TD1 with digits at 56", parseMrzFormat65, digits, kOk,
+         {{field::residenceJurisdictionCode, ""}, {field::documentType, "TD"}}},
+        {"TD1 visa marker", parseMrzFormat65, "IV" + kTd1Specimen.substr(2), kErrFraming, {}},
+        {"TD1 passport letter", parseMrzFormat65, "P" + kTd1Specimen.substr(1), kErrFraming, {}},
+        {"TD2 specimen", parseMrzFormat66, kTd2Specimen, kOk,
+         {{field::lastName, "ERIKSSON"}, {field::firstName, "ANNA"}, {field::licenseNumber, "D23145890"},
+          {field::mrzCountryCode, "UTO"}, {field::birthdateAlt, "19740812"}, {field::expirationDate, "20120415"},
+          {field::gender, "F"}, {field::documentType, "TD"}}},
+        {"TD2 is not a visa", parseMrzFormat66, kShortVisaSpecimen, kErrFraming, {}},
+        {"visa of 88", parseMrzFormat67, kLongVisaSpecimen, kOk,
+         {{field::lastName, "ERIKSSON"}, {field::licenseNumber, "L8988901C"}, {field::mrzCountryCode, "XXX"},
+          {field::birthdateAlt, "19400907"}, {field::gender, "F"}, {field::expirationDate, "19961210"},
+          {field::licenseNumberAlt, ""}, {field::documentType, "TD"}}},
+        {"visa of 72", parseMrzFormat67, kShortVisaSpecimen, kOk,
+         {{field::middleName, "MARIA"}, {field::licenseNumber, "L8988901C"}, {field::expirationDate, "19961210"}}},
+        {"visa of 80", parseMrzFormat67, kLongVisaSpecimen.substr(0, 80), kErrFraming, {}},
+        {"card is not a visa", parseMrzFormat67, kTd2Specimen, kErrFraming, {}},
+    });
+}
+
+TEST(MrzFormats, RefusedArguments) {
+    RecordWithBuffer r;
+    std::string zone = kTd3Specimen;
+    EXPECT_EQ(parseMrzFormat64(zone.data(), 88, r.get(), nullptr), kErrInvalidArgument);
+    EXPECT_EQ(parseMrzFormat64(zone.data(), 88, nullptr, &kClock2026), kErrInvalidArgument);
+    EXPECT_EQ(parseMrzFormat65(nullptr, 90, r.get(), &kClock2026), kErrInvalidArgument);
+    EXPECT_EQ(parseMrzFormat66(zone.data(), -1, r.get(), &kClock2026), kErrInvalidArgument);
+    EXPECT_EQ(parseMrzFormat67(zone.data(), 0, r.get(), &kClock2026), kErrFraming);
+}
+
+TEST(MrzReaders, NamesCodesDatesAndCenturies) {
+    struct NameCase {
+        const char* field;
+        int32_t status;
+        const char* primary;
+        const char* first;
+        const char* others;
+    };
+    const NameCase names[] = {
+        {"SMITH<<JOHN<PAUL<<<<", kOk, "SMITH", "JOHN", "PAUL"},
+        {"<<SMITH<<<JOHN", kOk, "SMITH", "JOHN", ""},
+        {"SMITH<JOHN<PAUL<ANN", kOk, "SMITH", "JOHN", "PAUL<ANN"},
+        {"SMITH", kOk, "SMITH", "", ""},
+        {"<<<<", kErrFraming, "", "", ""},
+        {"SM1TH", kErrFraming, "", "", ""},
+    };
+    for (const NameCase& c : names) {
+        SCOPED_TRACE(c.field);
+        MrzName name;
+        EXPECT_EQ(readMrzName(makeSpan(c.field), &name), c.status);
+        EXPECT_EQ(testing::text(name.primary), c.primary);
+        EXPECT_EQ(testing::text(name.firstGiven), c.first);
+        EXPECT_EQ(testing::text(name.otherGiven), c.others);
+    }
+    EXPECT_EQ(readMrzName(TextSpan{nullptr, 0}, nullptr), kErrInvalidArgument);
+
+    TextSpan code;
+    EXPECT_EQ(readMrzCountryCode(makeSpan("<<<"), &code), kOk);
+    EXPECT_EQ(code.length, 0);
+    EXPECT_EQ(readMrzCountryCode(makeSpan("UT"), &code), kErrInvalidArgument);
+    EXPECT_EQ(readMrzCountryCode(makeSpan("U1O"), &code), kErrFraming);
+
+    DateValue date;
+    EXPECT_EQ(readMrzDate(makeSpan("8507151"), &date), kErrInvalidArgument);
+    EXPECT_EQ(readMrzDate(makeSpan("85O715"), &date), kErrFraming);
+
+    const int32_t births[][3] = {{25, 2026, 2025}, {26, 2026, 1926}, {0, 2026, 2000}, {99, 2026, 1999}};
+    for (const auto& b : births) EXPECT_EQ(mrzBirthYear(b[0], b[1]), b[2]) << b[0];
+    const int32_t expiries[][3] = {{5, 1990, 2005}, {30, 2001, 2030}, {95, 1985, 1995}};
+    for (const auto& e : expiries) EXPECT_EQ(mrzExpiryYear(e[0], e[1]), e[2]) << e[0];
+}
+
+}  // namespace
+}  // namespace orvane
