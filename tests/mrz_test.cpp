@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include <string>
 #include <vector>
 
+#include "documents/mrz_check_digits.h"
 #include "engine/status.h"
 #include "test_support.h"
 
@@ -186,6 +189,73 @@ TEST(MrzReaders, NamesCodesDatesAndCenturies) {
     for (const auto& b : births) EXPECT_EQ(mrzBirthYear(b[0], b[1]), b[2]) << b[0];
     const int32_t expiries[][3] = {{5, 1990, 2005}, {30, 2001, 2030}, {95, 1985, 1995}};
     for (const auto& e : expiries) EXPECT_EQ(mrzExpiryYear(e[0], e[1]), e[2]) << e[0];
+}
+
+std::string textAnswer(SVT_ParserHandle* handle, int (*getter)(SVT_ParserHandle*, char*, int)) {
+    char buffer[128];
+    return getter(handle, buffer, sizeof buffer) == SVT_OK ? std::string(buffer) : std::string();
+}
+
+// The specimens as a reader delivers them, one line each, through the whole library.
+TEST(MrzFormats, SpecimensThroughTheParser) {
+    struct Specimen {
+        const char* name;
+        std::string scanned;
+        uint32_t formatId;
+        const char* documentType;
+        const char* documentNumber;
+        const char* birthdate;
+        const char* expirationDate;
+    };
+    const auto lines = [](const std::string& zone, size_t width) {
+        std::string out;
+        for (size_t at = 0; at < zone.size(); at += width) out += zone.substr(at, width) + "\r\n";
+        return out;
+    };
+    const Specimen specimens[] = {
+        {"TD3", lines(kTd3Specimen, 44), 64, "PASSPORT", "L898902C3", "08/12/1974", "04/15/2012"},
+        {"TD1", lines(kTd1Specimen, 30), 65, "TD", "D23145890", "08/12/1974", "04/15/2012"},
+        {"TD2", lines(kTd2Specimen, 36), 66, "TD", "D23145890", "08/12/1974", "04/15/2012"},
+        {"visa of 88", lines(kLongVisaSpecimen, 44), 67, "TD", "L8988901C", "09/07/1940", "12/10/1996"},
+        {"visa of 72", lines(kShortVisaSpecimen, 36), 67, "TD", "L8988901C", "09/07/1940", "12/10/1996"},
+    };
+    testing::HandlePtr handle(SVT_create());
+    for (const Specimen& s : specimens) {
+        SCOPED_TRACE(s.name);
+        const int32_t length = static_cast<int32_t>(s.scanned.size());
+        ASSERT_EQ(SVT_parse(handle.get(), s.scanned.data(), length), SVT_OK);
+        const ParsedRecord& record = handle->record;
+        EXPECT_EQ(record.formatGroup, 5u);
+        EXPECT_EQ(record.formatId, s.formatId);
+        EXPECT_EQ(slotText(record, field::lastName), "ERIKSSON");
+        EXPECT_EQ(slotText(record, field::firstName), "ANNA");
+        EXPECT_EQ(slotText(record, field::middleName), "MARIA");
+        EXPECT_EQ(slotText(record, field::licenseNumber), s.documentNumber);
+        EXPECT_EQ(textAnswer(handle.get(), SVT_getDocumentType), s.documentType);
+        EXPECT_EQ(textAnswer(handle.get(), SVT_getCountryCode), "UTO");
+        EXPECT_EQ(textAnswer(handle.get(), SVT_getBirthdate), s.birthdate);
+        EXPECT_EQ(textAnswer(handle.get(), SVT_getExpirationDate), s.expirationDate);
+        EXPECT_EQ(textAnswer(handle.get(), SVT_getGender), "Female");
+        MrzCheckReport report;
+        EXPECT_EQ(checkMrzDigits(s.scanned.data(), length, &report), 1);
+        EXPECT_EQ(report.firstFailure, nullptr);
+    }
+}
+
+// A wrong check digit changes the verdict and nothing that the parser answers.
+TEST(MrzFormats, CheckDigitsDoNotChangeTheAnswers) {
+    std::string broken = kTd3Specimen;
+    broken[53] = '1';
+    broken[87] = '5';
+    testing::HandlePtr handle(SVT_create());
+    ASSERT_EQ(SVT_parse(handle.get(), broken.data(), static_cast<int32_t>(broken.size())), SVT_OK);
+    EXPECT_EQ(handle->record.formatId, 64u);
+    EXPECT_EQ(slotText(handle->record, field::licenseNumber), "L898902C3");
+    EXPECT_EQ(textAnswer(handle.get(), SVT_getExpirationDate), "04/15/2012");
+    MrzCheckReport report;
+    EXPECT_EQ(checkMrzDigits(broken.data(), static_cast<int32_t>(broken.size()), &report), 0);
+    ASSERT_NE(report.firstFailure, nullptr);
+    EXPECT_STREQ(report.firstFailure, "documentNumber");
 }
 
 }  // namespace
