@@ -134,11 +134,6 @@ TEST(HcFormats, KeywordLines) {
     });
 }
 
-TEST(HcFormats, TwoDigitYears) {
-    constexpr int32_t cases[][2] = {{0, 2000}, {25, 2025}, {30, 2030}, {31, 1931}, {99, 1999}};
-    for (const auto& c : cases) EXPECT_EQ(expandHcYear(c[0]), c[1]) << c[0];
-}
-
 TEST(HcFormats, NullInputs) {
     RecordWithBuffer r;
     EXPECT_EQ(parseHcFormat48(nullptr, 10, r.get(), nullptr), kErrNullInput);

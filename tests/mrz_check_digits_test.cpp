@@ -9,16 +9,16 @@
 namespace orvane {
 namespace {
 
-const std::string kTd3Specimen = "P<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<<<<<<<<<"
+const std::string kTd3Example = "P<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<<<<<<<<<"
                                  "L898902C36UTO7408122F1204159ZE184226B<<<<<10";
-const std::string kTd1Specimen = "I<UTOD231458907<<<<<<<<<<<<<<<"
+const std::string kTd1Example = "I<UTOD231458907<<<<<<<<<<<<<<<"
                                  "7408122F1204159UTO<<<<<<<<<<<6"
                                  "ERIKSSON<<ANNA<MARIA<<<<<<<<<<";
-const std::string kTd2Specimen = "I<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<"
+const std::string kTd2Example = "I<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<"
                                  "D231458907UTO7408122F1204159<<<<<<<6";
-const std::string kLongVisaSpecimen = "V<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<<<<<<<<<"
+const std::string kLongVisaExample = "V<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<<<<<<<<<"
                                       "L8988901C4XXX4009078F96121096ZE184226B<<<<<<";
-const std::string kShortVisaSpecimen = "V<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<"
+const std::string kShortVisaExample = "V<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<"
                                        "L8988901C4XXX4009078F9612109<<<<<<<<";
 // No personal number, and a filler where its check digit would stand.
 const std::string kFillerDigitPassport = "P<UTOSAMPLE<<JORDAN<QUINN<<<<<<<<<<<<<<<<<<<"
@@ -60,13 +60,13 @@ TEST(MrzCheckDigits, DigitsOfKnownFields) {
     EXPECT_EQ(mrzCheckDigit(makeSpan("L8989O2c3")), kErrFraming);
 }
 
-TEST(MrzCheckDigits, SpecimensHoldInEveryLayout) {
+TEST(MrzCheckDigits, ExamplesHoldInEveryLayout) {
     const std::pair<std::string, Verdict> cases[] = {
-        {kTd3Specimen, {1, MrzLayout::Td3, 5, nullptr}},
-        {kTd1Specimen, {1, MrzLayout::Td1, 4, nullptr}},
-        {kTd2Specimen, {1, MrzLayout::Td2, 4, nullptr}},
-        {kLongVisaSpecimen, {1, MrzLayout::VisaLong, 3, nullptr}},
-        {kShortVisaSpecimen, {1, MrzLayout::VisaShort, 3, nullptr}},
+        {kTd3Example, {1, MrzLayout::Td3, 5, nullptr}},
+        {kTd1Example, {1, MrzLayout::Td1, 4, nullptr}},
+        {kTd2Example, {1, MrzLayout::Td2, 4, nullptr}},
+        {kLongVisaExample, {1, MrzLayout::VisaLong, 3, nullptr}},
+        {kShortVisaExample, {1, MrzLayout::VisaShort, 3, nullptr}},
         {kFillerDigitPassport, {1, MrzLayout::Td3, 5, nullptr}},
     };
     for (const auto& [zone, verdict] : cases) {
@@ -77,19 +77,19 @@ TEST(MrzCheckDigits, SpecimensHoldInEveryLayout) {
 
 TEST(MrzCheckDigits, TheFirstFailingFieldIsNamed) {
     const std::pair<std::string, Verdict> cases[] = {
-        {with(kTd3Specimen, 53, '7'), {0, MrzLayout::Td3, 5, "documentNumber"}},
-        {with(kTd3Specimen, 46, '0'), {0, MrzLayout::Td3, 5, "documentNumber"}},  // a data character
-        {with(kTd3Specimen, 63, '3', 87, '1'), {0, MrzLayout::Td3, 5, "birthDate"}},
-        {with(kTd3Specimen, 71, '<'), {0, MrzLayout::Td3, 5, "expiryDate"}},      // a filler counts as 0
-        {with(kTd3Specimen, 86, 'A'), {0, MrzLayout::Td3, 5, "optionalData"}},
-        {with(kTd3Specimen, 87, '1'), {0, MrzLayout::Td3, 5, "composite"}},
-        {with(kTd1Specimen, 59, '5'), {0, MrzLayout::Td1, 4, "composite"}},
-        {with(kTd1Specimen, 50, 'X'), {0, MrzLayout::Td1, 4, "composite"}},        // optional data is covered
-        {with(kTd2Specimen, 55, '0'), {0, MrzLayout::Td2, 4, "birthDate"}},
-        {with(kTd2Specimen, 71, '5'), {0, MrzLayout::Td2, 4, "composite"}},
-        {with(kLongVisaSpecimen, 71, '8'), {0, MrzLayout::VisaLong, 3, "expiryDate"}},
-        {with(kShortVisaSpecimen, 45, '<'), {0, MrzLayout::VisaShort, 3, "documentNumber"}},
-        {with(kShortVisaSpecimen, 70, 'Z'), {1, MrzLayout::VisaShort, 3, nullptr}},  // no composite
+        {with(kTd3Example, 53, '7'), {0, MrzLayout::Td3, 5, "documentNumber"}},
+        {with(kTd3Example, 46, '0'), {0, MrzLayout::Td3, 5, "documentNumber"}},  // a data character
+        {with(kTd3Example, 63, '3', 87, '1'), {0, MrzLayout::Td3, 5, "birthDate"}},
+        {with(kTd3Example, 71, '<'), {0, MrzLayout::Td3, 5, "expiryDate"}},      // a filler counts as 0
+        {with(kTd3Example, 86, 'A'), {0, MrzLayout::Td3, 5, "optionalData"}},
+        {with(kTd3Example, 87, '1'), {0, MrzLayout::Td3, 5, "composite"}},
+        {with(kTd1Example, 59, '5'), {0, MrzLayout::Td1, 4, "composite"}},
+        {with(kTd1Example, 50, 'X'), {0, MrzLayout::Td1, 4, "composite"}},        // optional data is covered
+        {with(kTd2Example, 55, '0'), {0, MrzLayout::Td2, 4, "birthDate"}},
+        {with(kTd2Example, 71, '5'), {0, MrzLayout::Td2, 4, "composite"}},
+        {with(kLongVisaExample, 71, '8'), {0, MrzLayout::VisaLong, 3, "expiryDate"}},
+        {with(kShortVisaExample, 45, '<'), {0, MrzLayout::VisaShort, 3, "documentNumber"}},
+        {with(kShortVisaExample, 70, 'Z'), {1, MrzLayout::VisaShort, 3, nullptr}},  // no composite
     };
     for (const auto& [zone, verdict] : cases) {
         SCOPED_TRACE(zone);
@@ -102,10 +102,10 @@ TEST(MrzCheckDigits, ZonesAsScannedAndTextsThatAreNoZone) {
                                 "L898902C36UTO7408122F1204159ZE184226B<<<<<10\n";
     expectVerdict(scanned, {1, MrzLayout::Td3, 5, nullptr});
     const std::pair<std::string, int32_t> refused[] = {
-        {kTd3Specimen.substr(0, 87), kErrFraming},
-        {"X" + kTd3Specimen.substr(1), kErrFraming},
-        {"IV" + kTd2Specimen.substr(2), kErrFraming},
-        {kTd1Specimen + "<", kErrFraming},
+        {kTd3Example.substr(0, 87), kErrFraming},
+        {"X" + kTd3Example.substr(1), kErrFraming},
+        {"IV" + kTd2Example.substr(2), kErrFraming},
+        {kTd1Example + "<", kErrFraming},
         {"", kErrFraming},
     };
     for (const auto& [zone, status] : refused) {
@@ -113,8 +113,8 @@ TEST(MrzCheckDigits, ZonesAsScannedAndTextsThatAreNoZone) {
         expectVerdict(zone, {status, MrzLayout::None, 0, nullptr});
     }
     EXPECT_EQ(checkMrzDigits(nullptr, 10, nullptr), kErrInvalidArgument);
-    EXPECT_EQ(checkMrzDigits(kTd3Specimen.data(), -1, nullptr), kErrInvalidArgument);
-    EXPECT_EQ(checkMrzDigits(kTd3Specimen.data(), 88, nullptr), 1);
+    EXPECT_EQ(checkMrzDigits(kTd3Example.data(), -1, nullptr), kErrInvalidArgument);
+    EXPECT_EQ(checkMrzDigits(kTd3Example.data(), 88, nullptr), 1);
 }
 
 }  // namespace

@@ -17,17 +17,17 @@ using testing::slotText;
 
 constexpr ParseClock kClock2026{2026, 6, 1, 12, 0, 0};
 
-// The published specimen zones, lines joined as the framing hands them over.
-const std::string kTd3Specimen = "P<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<<<<<<<<<"
+// The published example zones, lines joined as the framing hands them over.
+const std::string kTd3Example = "P<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<<<<<<<<<"
                                  "L898902C36UTO7408122F1204159ZE184226B<<<<<10";
-const std::string kTd1Specimen = "I<UTOD231458907<<<<<<<<<<<<<<<"
+const std::string kTd1Example = "I<UTOD231458907<<<<<<<<<<<<<<<"
                                  "7408122F1204159UTO<<<<<<<<<<<6"
                                  "ERIKSSON<<ANNA<MARIA<<<<<<<<<<";
-const std::string kTd2Specimen = "I<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<"
+const std::string kTd2Example = "I<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<"
                                  "D231458907UTO7408122F1204159<<<<<<<6";
-const std::string kLongVisaSpecimen = "V<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<<<<<<<<<"
+const std::string kLongVisaExample = "V<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<<<<<<<<<"
                                       "L8988901C4XXX4009078F96121096ZE184226B<<<<<<";
-const std::string kShortVisaSpecimen = "V<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<"
+const std::string kShortVisaExample = "V<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<"
                                        "L8988901C4XXX4009078F9612109<<<<<<<<";
 
 // An invented passport: the name field (39) and the dates are the parts tests vary.
@@ -69,7 +69,7 @@ TEST(MrzFormats, PassportZone) {
     std::string lowerCase = passport("SAMPLE<<JORDAN");
     lowerCase[6] = 'a';
     runCases({
-        {"specimen", parseMrzFormat64, kTd3Specimen, kOk,
+        {"example", parseMrzFormat64, kTd3Example, kOk,
          {{field::countryCode, "UTO"}, {field::lastName, "ERIKSSON"}, {field::firstName, "ANNA"},
           {field::middleName, "MARIA"}, {field::licenseNumber, "L898902C3"}, {field::mrzCountryCode, "UTO"},
           {field::birthdateAlt, "19740812"}, {field::gender, "F"}, {field::expirationDate, "20120415"},
@@ -99,18 +99,18 @@ TEST(MrzFormats, PassportZone) {
          kErrFraming, {{field::expirationDate, "20300101"}, {field::gender, "M"}, {field::licenseNumber, ""}}},
         {"empty name field", parseMrzFormat64, passport(""), kErrFraming, {{field::countryCode, "UTO"}}},
         {"lower case", parseMrzFormat64, lowerCase, kErrFraming, {{field::countryCode, ""}}},
-        {"87 characters", parseMrzFormat64, kTd3Specimen.substr(0, 87), kErrFraming, {}},
-        {"not a P", parseMrzFormat64, "V" + kTd3Specimen.substr(1), kErrFraming, {}},
+        {"87 characters", parseMrzFormat64, kTd3Example.substr(0, 87), kErrFraming, {}},
+        {"not a P", parseMrzFormat64, "V" + kTd3Example.substr(1), kErrFraming, {}},
     });
 }
 
 TEST(MrzFormats, CardAndVisaZones) {
-    std::string licence = kTd1Specimen;
+    std::string licence = kTd1Example;
     licence.replace(56, 2, "NY");
-    std::string digits = kTd1Specimen;
+    std::string digits = kTd1Example;
     digits.replace(56, 2, "12");
     runCases({
-        {"TD1 specimen", parseMrzFormat65, kTd1Specimen, kOk,
+        {"TD1 example", parseMrzFormat65, kTd1Example, kOk,
          {{field::countryCode, "UTO"}, {field::licenseNumber, "D23145890"}, {field::birthdateAlt, "19740812"},
           {field::gender, "F"}, {field::expirationDate, "20120415"}, {field::mrzCountryCode, "UTO"},
           {field::lastName, "ERIKSSON"}, {field::firstName, "ANNA"}, {field::middleName, "MARIA"},
@@ -119,27 +119,27 @@ TEST(MrzFormats, CardAndVisaZones) {
          {{field::residenceJurisdictionCode, "NY"}, {field::documentType, "DL"}}},
         {"TD1 with digits at 56", parseMrzFormat65, digits, kOk,
          {{field::residenceJurisdictionCode, ""}, {field::documentType, "TD"}}},
-        {"TD1 visa marker", parseMrzFormat65, "IV" + kTd1Specimen.substr(2), kErrFraming, {}},
-        {"TD1 passport letter", parseMrzFormat65, "P" + kTd1Specimen.substr(1), kErrFraming, {}},
-        {"TD2 specimen", parseMrzFormat66, kTd2Specimen, kOk,
+        {"TD1 visa marker", parseMrzFormat65, "IV" + kTd1Example.substr(2), kErrFraming, {}},
+        {"TD1 passport letter", parseMrzFormat65, "P" + kTd1Example.substr(1), kErrFraming, {}},
+        {"TD2 example", parseMrzFormat66, kTd2Example, kOk,
          {{field::lastName, "ERIKSSON"}, {field::firstName, "ANNA"}, {field::licenseNumber, "D23145890"},
           {field::mrzCountryCode, "UTO"}, {field::birthdateAlt, "19740812"}, {field::expirationDate, "20120415"},
           {field::gender, "F"}, {field::documentType, "TD"}}},
-        {"TD2 is not a visa", parseMrzFormat66, kShortVisaSpecimen, kErrFraming, {}},
-        {"visa of 88", parseMrzFormat67, kLongVisaSpecimen, kOk,
+        {"TD2 is not a visa", parseMrzFormat66, kShortVisaExample, kErrFraming, {}},
+        {"visa of 88", parseMrzFormat67, kLongVisaExample, kOk,
          {{field::lastName, "ERIKSSON"}, {field::licenseNumber, "L8988901C"}, {field::mrzCountryCode, "XXX"},
           {field::birthdateAlt, "19400907"}, {field::gender, "F"}, {field::expirationDate, "19961210"},
           {field::licenseNumberAlt, ""}, {field::documentType, "TD"}}},
-        {"visa of 72", parseMrzFormat67, kShortVisaSpecimen, kOk,
+        {"visa of 72", parseMrzFormat67, kShortVisaExample, kOk,
          {{field::middleName, "MARIA"}, {field::licenseNumber, "L8988901C"}, {field::expirationDate, "19961210"}}},
-        {"visa of 80", parseMrzFormat67, kLongVisaSpecimen.substr(0, 80), kErrFraming, {}},
-        {"card is not a visa", parseMrzFormat67, kTd2Specimen, kErrFraming, {}},
+        {"visa of 80", parseMrzFormat67, kLongVisaExample.substr(0, 80), kErrFraming, {}},
+        {"card is not a visa", parseMrzFormat67, kTd2Example, kErrFraming, {}},
     });
 }
 
 TEST(MrzFormats, RefusedArguments) {
     RecordWithBuffer r;
-    std::string zone = kTd3Specimen;
+    std::string zone = kTd3Example;
     EXPECT_EQ(parseMrzFormat64(zone.data(), 88, r.get(), nullptr), kErrInvalidArgument);
     EXPECT_EQ(parseMrzFormat64(zone.data(), 88, nullptr, &kClock2026), kErrInvalidArgument);
     EXPECT_EQ(parseMrzFormat65(nullptr, 90, r.get(), &kClock2026), kErrInvalidArgument);
@@ -147,7 +147,7 @@ TEST(MrzFormats, RefusedArguments) {
     EXPECT_EQ(parseMrzFormat67(zone.data(), 0, r.get(), &kClock2026), kErrFraming);
 }
 
-TEST(MrzReaders, NamesCodesDatesAndCenturies) {
+TEST(MrzReaders, NamesCodesAndDates) {
     struct NameCase {
         const char* field;
         int32_t status;
@@ -156,7 +156,6 @@ TEST(MrzReaders, NamesCodesDatesAndCenturies) {
         const char* others;
     };
     const NameCase names[] = {
-        {"SMITH<<JOHN<PAUL<<<<", kOk, "SMITH", "JOHN", "PAUL"},
         {"<<SMITH<<<JOHN", kOk, "SMITH", "JOHN", ""},
         {"SMITH<JOHN<PAUL<ANN", kOk, "SMITH", "JOHN", "PAUL<ANN"},
         {"SMITH", kOk, "SMITH", "", ""},
@@ -182,11 +181,6 @@ TEST(MrzReaders, NamesCodesDatesAndCenturies) {
     DateValue date;
     EXPECT_EQ(readMrzDate(makeSpan("8507151"), &date), kErrInvalidArgument);
     EXPECT_EQ(readMrzDate(makeSpan("85O715"), &date), kErrFraming);
-
-    const int32_t births[][3] = {{25, 2026, 2025}, {26, 2026, 1926}, {0, 2026, 2000}, {99, 2026, 1999}};
-    for (const auto& b : births) EXPECT_EQ(mrzBirthYear(b[0], b[1]), b[2]) << b[0];
-    const int32_t expiries[][3] = {{5, 1990, 2005}, {30, 2001, 2030}, {95, 1985, 1995}};
-    for (const auto& e : expiries) EXPECT_EQ(mrzExpiryYear(e[0], e[1]), e[2]) << e[0];
 }
 
 std::string textAnswer(SVT_ParserHandle* handle, int (*getter)(SVT_ParserHandle*, char*, int)) {
@@ -194,9 +188,9 @@ std::string textAnswer(SVT_ParserHandle* handle, int (*getter)(SVT_ParserHandle*
     return getter(handle, buffer, sizeof buffer) == SVT_OK ? std::string(buffer) : std::string();
 }
 
-// The specimens as a reader delivers them, one line each, through the whole library.
-TEST(MrzFormats, SpecimensThroughTheParser) {
-    struct Specimen {
+// The examples as a reader delivers them, one line each, through the whole library.
+TEST(MrzFormats, ExamplesThroughTheParser) {
+    struct Example {
         const char* name;
         std::string scanned;
         uint32_t formatId;
@@ -210,15 +204,15 @@ TEST(MrzFormats, SpecimensThroughTheParser) {
         for (size_t at = 0; at < zone.size(); at += width) out += zone.substr(at, width) + "\r\n";
         return out;
     };
-    const Specimen specimens[] = {
-        {"TD3", lines(kTd3Specimen, 44), 64, "PASSPORT", "L898902C3", "08/12/1974", "04/15/2012"},
-        {"TD1", lines(kTd1Specimen, 30), 65, "TD", "D23145890", "08/12/1974", "04/15/2012"},
-        {"TD2", lines(kTd2Specimen, 36), 66, "TD", "D23145890", "08/12/1974", "04/15/2012"},
-        {"visa of 88", lines(kLongVisaSpecimen, 44), 67, "TD", "L8988901C", "09/07/1940", "12/10/1996"},
-        {"visa of 72", lines(kShortVisaSpecimen, 36), 67, "TD", "L8988901C", "09/07/1940", "12/10/1996"},
+    const Example examples[] = {
+        {"TD3", lines(kTd3Example, 44), 64, "PASSPORT", "L898902C3", "08/12/1974", "04/15/2012"},
+        {"TD1", lines(kTd1Example, 30), 65, "TD", "D23145890", "08/12/1974", "04/15/2012"},
+        {"TD2", lines(kTd2Example, 36), 66, "TD", "D23145890", "08/12/1974", "04/15/2012"},
+        {"visa of 88", lines(kLongVisaExample, 44), 67, "TD", "L8988901C", "09/07/1940", "12/10/1996"},
+        {"visa of 72", lines(kShortVisaExample, 36), 67, "TD", "L8988901C", "09/07/1940", "12/10/1996"},
     };
     testing::HandlePtr handle(SVT_create());
-    for (const Specimen& s : specimens) {
+    for (const Example& s : examples) {
         SCOPED_TRACE(s.name);
         const int32_t length = static_cast<int32_t>(s.scanned.size());
         ASSERT_EQ(SVT_parse(handle.get(), s.scanned.data(), length), SVT_OK);
@@ -242,7 +236,7 @@ TEST(MrzFormats, SpecimensThroughTheParser) {
 
 // A wrong check digit changes the verdict and nothing that the parser answers.
 TEST(MrzFormats, CheckDigitsDoNotChangeTheAnswers) {
-    std::string broken = kTd3Specimen;
+    std::string broken = kTd3Example;
     broken[53] = '1';
     broken[87] = '5';
     testing::HandlePtr handle(SVT_create());

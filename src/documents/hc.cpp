@@ -183,7 +183,11 @@ int32_t findCardBlock(TextSpan segment) {
     return -1;
 }
 
-int32_t expandedYearAt(TextSpan text, int32_t from) { return expandHcYear(numberAt(text, from, 2)); }
+// Two-digit years below 31 are this century's.
+int32_t expandedYearAt(TextSpan text, int32_t from) {
+    const int32_t year = numberAt(text, from, 2);
+    return year < 31 ? 2000 + year : 1900 + year;
+}
 
 // The expiry deliberately takes the birth day as its day.
 void storeNumberBlock(SegmentEngine& e, TextSpan segment) {
@@ -328,10 +332,6 @@ bool storeKeywordValue(ParsedRecord* record, const HcKeyword& k, TextSpan value)
 }
 
 }  // namespace
-
-int32_t expandHcYear(int32_t twoDigitYear) {
-    return twoDigitYear < 31 ? 2000 + twoDigitYear : 1900 + twoDigitYear;
-}
 
 int32_t parseHcFormat48(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     SegmentEngine e;

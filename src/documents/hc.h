@@ -12,7 +12,4 @@ int32_t parseHcFormat48(char* text, int32_t length, ParsedRecord* record, const 
 int32_t parseHcFormat49(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
 int32_t parseHcFormat50(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
 
-// A two-digit year: below 31 it is 20YY, otherwise 19YY.
-int32_t expandHcYear(int32_t twoDigitYear);
-
 }  // namespace orvane

@@ -96,6 +96,19 @@ int32_t storeName(ZoneReader& r, TextSpan field) {
     return kOk;
 }
 
+// A birth year goes to this century only when the last one would put it more than a
+// hundred years back.
+int32_t mrzBirthYear(int32_t twoDigitYear, int32_t parseYear) {
+    const int32_t lastCentury = 1900 + twoDigitYear;
+    return lastCentury + 100 < parseYear ? 2000 + twoDigitYear : lastCentury;
+}
+
+// A document does not expire before its holder was born.
+int32_t mrzExpiryYear(int32_t twoDigitYear, int32_t birthYear) {
+    const int32_t year = 1900 + twoDigitYear;
+    return year < birthYear ? year + 100 : year;
+}
+
 int32_t storeBirthDate(ZoneReader& r, TextSpan field) {
     DateValue date;
     // Whatever the date reader answers, a bad date refuses the zone as a framing fault.
@@ -237,16 +250,6 @@ int32_t readMrzName(TextSpan field, MrzName* name) {
     }
     nextToken(name->givenNames, &name->firstGiven, &name->otherGiven, kFiller, 0);
     return kOk;
-}
-
-int32_t mrzBirthYear(int32_t twoDigitYear, int32_t parseYear) {
-    const int32_t lastCentury = 1900 + twoDigitYear;
-    return lastCentury + 100 < parseYear ? 2000 + twoDigitYear : lastCentury;
-}
-
-int32_t mrzExpiryYear(int32_t twoDigitYear, int32_t birthYear) {
-    const int32_t year = 1900 + twoDigitYear;
-    return year < birthYear ? year + 100 : year;
 }
 
 int32_t parseMrzFormat64(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {

@@ -35,9 +35,4 @@ int32_t readMrzCountryCode(TextSpan field, TextSpan* code);
 int32_t readMrzDate(TextSpan field, DateValue* date);
 int32_t readMrzName(TextSpan field, MrzName* name);
 
-// Two-digit years: a birth year goes to this century only when the last one would put
-// it more than a hundred years back; an expiry year is never before the birth year.
-int32_t mrzBirthYear(int32_t twoDigitYear, int32_t parseYear);
-int32_t mrzExpiryYear(int32_t twoDigitYear, int32_t birthYear);
-
 }  // namespace orvane
