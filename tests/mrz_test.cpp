@@ -79,6 +79,12 @@ TEST(MrzFormats, PassportZone) {
           {field::licenseNumberAlt, ""}}},
         {"one filler only", parseMrzFormat64, passport("SMITH<JOHN"), kOk,
          {{field::lastName, "SMITH"}, {field::firstName, "JOHN"}, {field::middleName, ""}}},
+        {"single fillers, three parts", parseMrzFormat64, passport("SMITH<JOHN<PAUL<ANN"), kOk,
+         {{field::lastName, "SMITH"}, {field::firstName, "JOHN"}, {field::middleName, "PAUL ANN"}}},
+        {"leading fillers, three in the middle", parseMrzFormat64, passport("<<SMITH<<<JOHN"), kOk,
+         {{field::lastName, "SMITH"}, {field::firstName, "JOHN"}, {field::middleName, ""}}},
+        {"primary name alone", parseMrzFormat64, passport("SMITH"), kOk,
+         {{field::lastName, "SMITH"}, {field::firstName, ""}}},
         {"fillers inside parts become spaces", parseMrzFormat64, passport("VAN<DER<BERG<<ANNA<MARIE<LOUISE"), kOk,
          {{field::lastName, "VAN DER BERG"}, {field::firstName, "ANNA"}, {field::middleName, "MARIE LOUISE"}}},
         {"born in 25: this century", parseMrzFormat64, passport("SAMPLE<<JO", "250101", "350101"), kOk,
@@ -91,6 +97,8 @@ TEST(MrzFormats, PassportZone) {
          {{field::birthdateAlt, "19851340"}}},
         {"one-letter nationality", parseMrzFormat64, passport("SAMPLE<<JO", "850715", "300101", "D<<"), kOk,
          {{field::mrzCountryCode, "D"}}},
+        {"no nationality", parseMrzFormat64, passport("SAMPLE<<JO", "850715", "300101", "<<<"), kOk,
+         {{field::mrzCountryCode, ""}, {field::licenseNumber, "X12345678"}}},
         {"digit in the name: state kept", parseMrzFormat64, passport("SAMPLE<<J0"), kErrFraming,
          {{field::countryCode, "UTO"}, {field::lastName, ""}}},
         {"bad birth date: name kept", parseMrzFormat64, passport("SAMPLE<<JO", "85O715"), kErrFraming,
@@ -145,42 +153,6 @@ TEST(MrzFormats, RefusedArguments) {
     EXPECT_EQ(parseMrzFormat65(nullptr, 90, r.get(), &kClock2026), kErrInvalidArgument);
     EXPECT_EQ(parseMrzFormat66(zone.data(), -1, r.get(), &kClock2026), kErrInvalidArgument);
     EXPECT_EQ(parseMrzFormat67(zone.data(), 0, r.get(), &kClock2026), kErrFraming);
-}
-
-TEST(MrzReaders, NamesCodesAndDates) {
-    struct NameCase {
-        const char* field;
-        int32_t status;
-        const char* primary;
-        const char* first;
-        const char* others;
-    };
-    const NameCase names[] = {
-        {"<<SMITH<<<JOHN", kOk, "SMITH", "JOHN", ""},
-        {"SMITH<JOHN<PAUL<ANN", kOk, "SMITH", "JOHN", "PAUL<ANN"},
-        {"SMITH", kOk, "SMITH", "", ""},
-        {"<<<<", kErrFraming, "", "", ""},
-        {"SM1TH", kErrFraming, "", "", ""},
-    };
-    for (const NameCase& c : names) {
-        SCOPED_TRACE(c.field);
-        MrzName name;
-        EXPECT_EQ(readMrzName(makeSpan(c.field), &name), c.status);
-        EXPECT_EQ(testing::text(name.primary), c.primary);
-        EXPECT_EQ(testing::text(name.firstGiven), c.first);
-        EXPECT_EQ(testing::text(name.otherGiven), c.others);
-    }
-    EXPECT_EQ(readMrzName(TextSpan{nullptr, 0}, nullptr), kErrInvalidArgument);
-
-    TextSpan code;
-    EXPECT_EQ(readMrzCountryCode(makeSpan("<<<"), &code), kOk);
-    EXPECT_EQ(code.length, 0);
-    EXPECT_EQ(readMrzCountryCode(makeSpan("UT"), &code), kErrInvalidArgument);
-    EXPECT_EQ(readMrzCountryCode(makeSpan("U1O"), &code), kErrFraming);
-
-    DateValue date;
-    EXPECT_EQ(readMrzDate(makeSpan("8507151"), &date), kErrInvalidArgument);
-    EXPECT_EQ(readMrzDate(makeSpan("85O715"), &date), kErrFraming);
 }
 
 std::string textAnswer(SVT_ParserHandle* handle, int (*getter)(SVT_ParserHandle*, char*, int)) {

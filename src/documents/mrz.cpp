@@ -63,6 +63,61 @@ constexpr int32_t kTd2Length = 72;
 constexpr int32_t kShortVisaLength = 72;
 constexpr int32_t kLongVisaLength = 88;
 
+// The parts of a name field: the primary identifier, all given names, the first of
+// them and the ones after it.
+struct MrzName {
+    TextSpan primary;
+    TextSpan givenNames;
+    TextSpan firstGiven;
+    TextSpan otherGiven;
+};
+
+// The three readers answer 0, -21 for a null or too short field, and -20 for a field
+// that does not read.
+
+// A three-letter code up to its first "<": "D<<" gives "D".
+int32_t readMrzCountryCode(TextSpan field, TextSpan* code) {
+    if (field.data == nullptr || field.length < 3 || code == nullptr) return kErrInvalidArgument;
+    const TextSpan letters{field.data, 3};
+    if (allChars(letters, isMrzCodeCharacter) != 0) return kErrFraming;
+    int32_t n = 0;
+    while (n < 3 && letters.data[n] != '<') ++n;
+    *code = TextSpan{letters.data, n};
+    return kOk;
+}
+
+// YYMMDD as 19YY, MM, DD; the century is the caller's concern.
+int32_t readMrzDate(TextSpan field, DateValue* date) {
+    if (field.data == nullptr || field.length != 6 || date == nullptr) return kErrInvalidArgument;
+    if (allChars(field, isAsciiDigit) != 0) return kErrFraming;
+    const auto pair = [&](int32_t at) { return (field.data[at] - '0') * 10 + (field.data[at + 1] - '0'); };
+    *date = DateValue{1900 + pair(0), pair(2), pair(4), 0, 0, 0};
+    return kOk;
+}
+
+int32_t readMrzName(TextSpan field, MrzName* name) {
+    if (field.data == nullptr || field.length < 0 || name == nullptr) return kErrInvalidArgument;
+    *name = MrzName{};
+    if (allChars(field, isMrzCodeCharacter) != 0) return kErrFraming;
+    trimSet(&field, kFiller);
+    if (field.length == 0) return kErrFraming;
+    TextSpan rest;
+    const int32_t split = spanFind(field, makeSpan("<<"));
+    if (split >= 0) {
+        // Primary and given names stand on either side of the double filler.
+        name->primary = TextSpan{field.data, split};
+        trimSet(&name->primary, kFiller);
+        name->givenNames = TextSpan{field.data + split + 2, field.length - split - 2};
+        trimSet(&name->givenNames, kFiller);
+    } else {
+        // Single fillers only: the first word is the primary identifier.
+        nextToken(field, &name->primary, &rest, kFiller, 0);
+        name->givenNames = rest;
+    }
+    nextToken(name->givenNames, &name->firstGiven, &name->otherGiven, kFiller, 0);
+    return kOk;
+}
+
 // What the readers share while one zone is read.
 struct ZoneReader {
     ParsedRecord* record;
@@ -210,47 +265,6 @@ int32_t readZone(char* text, int32_t length, ParsedRecord* record, const ParseCl
 
 int isMrzZoneCharacter(int c) { return isAsciiDigit(c) || isAsciiUpper(c) || c == '<'; }
 int isMrzCodeCharacter(int c) { return isAsciiUpper(c) || c == '<'; }
-
-int32_t readMrzCountryCode(TextSpan field, TextSpan* code) {
-    if (field.data == nullptr || field.length < 3 || code == nullptr) return kErrInvalidArgument;
-    const TextSpan letters{field.data, 3};
-    if (allChars(letters, isMrzCodeCharacter) != 0) return kErrFraming;
-    int32_t n = 0;
-    while (n < 3 && letters.data[n] != '<') ++n;
-    *code = TextSpan{letters.data, n};
-    return kOk;
-}
-
-int32_t readMrzDate(TextSpan field, DateValue* date) {
-    if (field.data == nullptr || field.length != 6 || date == nullptr) return kErrInvalidArgument;
-    if (allChars(field, isAsciiDigit) != 0) return kErrFraming;
-    const auto pair = [&](int32_t at) { return (field.data[at] - '0') * 10 + (field.data[at + 1] - '0'); };
-    *date = DateValue{1900 + pair(0), pair(2), pair(4), 0, 0, 0};
-    return kOk;
-}
-
-int32_t readMrzName(TextSpan field, MrzName* name) {
-    if (field.data == nullptr || field.length < 0 || name == nullptr) return kErrInvalidArgument;
-    *name = MrzName{};
-    if (allChars(field, isMrzCodeCharacter) != 0) return kErrFraming;
-    trimSet(&field, kFiller);
-    if (field.length == 0) return kErrFraming;
-    TextSpan rest;
-    const int32_t split = spanFind(field, makeSpan("<<"));
-    if (split >= 0) {
-        // Primary and given names stand on either side of the double filler.
-        name->primary = TextSpan{field.data, split};
-        trimSet(&name->primary, kFiller);
-        name->givenNames = TextSpan{field.data + split + 2, field.length - split - 2};
-        trimSet(&name->givenNames, kFiller);
-    } else {
-        // Single fillers only: the first word is the primary identifier.
-        nextToken(field, &name->primary, &rest, kFiller, 0);
-        name->givenNames = rest;
-    }
-    nextToken(name->givenNames, &name->firstGiven, &name->otherGiven, kFiller, 0);
-    return kOk;
-}
 
 int32_t parseMrzFormat64(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     if (int32_t status = checkZone(text, length, record, clock, kTd3Length)) return status;
