@@ -60,6 +60,21 @@ SVT_API int SVT_parse(SVT_ParserHandle* handle, const void* data, int length);
 /** Two digits of the AAMVA header version, as read from the input. */
 SVT_API int SVT_getAamvaVersion(SVT_ParserHandle* handle, char* buffer, int capacity);
 
+/* Names. */
+
+/** First name: as read, else the first of the given names, else cut from the whole name. */
+SVT_API int SVT_getFirstName(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Middle name(s): as read, else the given names after the first, else cut from the whole name. */
+SVT_API int SVT_getMiddleName(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Last name: as read, else cut from the whole name. */
+SVT_API int SVT_getLastName(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Generational suffix ("JR", "III", ...): as read, else found in the whole or last name. */
+SVT_API int SVT_getNameSuffix(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Name prefix, as read; never derived from the whole name. */
+SVT_API int SVT_getNamePrefix(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Whole name with blanks between its parts, cut to capacity - 2 characters; else the parts joined. */
+SVT_API int SVT_getFullName(SVT_ParserHandle* handle, char* buffer, int capacity);
+
 /* Country, jurisdiction and issuer. */
 
 /** Two-letter code of the issuing jurisdiction (state, province, territory), as read or from the IIN. */
@@ -72,6 +87,19 @@ SVT_API int SVT_getCountryCode(SVT_ParserHandle* handle, char* buffer, int capac
 SVT_API int SVT_getIIN(SVT_ParserHandle* handle, char* buffer, int capacity);
 /** Two-letter code of the jurisdiction that the IIN belongs to. */
 SVT_API int SVT_getIssuedBy(SVT_ParserHandle* handle, char* buffer, int capacity);
+
+/* Address and licence number. */
+
+/** First address line (street), blanks tidied. */
+SVT_API int SVT_getAddress1(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Second address line, blanks tidied. */
+SVT_API int SVT_getAddress2(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** City. */
+SVT_API int SVT_getCity(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Postal code; US ZIP codes as 12345-6789 (-18 when capacity < 11); derived from the address line when not stored. */
+SVT_API int SVT_getPostalCode(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Document or customer number, at most capacity - 2 characters. */
+SVT_API int SVT_getLicenseNumber(SVT_ParserHandle* handle, char* buffer, int capacity);
 
 /* Dates, answered as MM/DD/YYYY. */
 
@@ -132,6 +160,17 @@ SVT_API int SVT_getLimitedDurationDocument(SVT_ParserHandle* handle, int* value)
 SVT_API int SVT_getOrganDonor(SVT_ParserHandle* handle, int* value);
 /** 1 when the holder is a veteran. */
 SVT_API int SVT_getVeteran(SVT_ParserHandle* handle, int* value);
+
+/* Validity checks: (handle, ..., int* status) -> 0 with status 1 (not checkable), 2 (valid)
+ * or 3 (invalid); -21 for a null handle or status pointer; other failures returned as
+ * they are, the status left unchanged. */
+
+/** Whether the licence number has a shape its jurisdiction issues. */
+SVT_API int SVT_validateDocumentId(SVT_ParserHandle* handle, int* status);
+/** Whether a PDF417 symbol of these data columns (3-33), rows (3-90) and error-correction level (0-8) is one the jurisdiction prints. */
+SVT_API int SVT_validateBarcode(SVT_ParserHandle* handle, int columns, int rows, int errorCorrectionLevel, int* status);
+/** Whether the jurisdiction code agrees with the issuer identification number. */
+SVT_API int SVT_validateJurisdictionCode(SVT_ParserHandle* handle, int* status);
 
 /* Version of the library. */
 

@@ -4,9 +4,13 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
+#include "../tools/answer_table.h"
 #include "orvane_parser.h"
 
 extern "C" {
@@ -78,12 +82,41 @@ TEST(Allocations, SmallInputsAllocateTheBuffersOnce) {
     SVT_delete(handle);
 }
 
-TEST(Allocations, GettersAllocateNothing) {
+// Every getter and check, as a caller asks them after a parse.
+void askEverything(SVT_ParserHandle* handle) {
+    char buffer[256];
+    int value = 0;
+    for (const auto& answer : orvane_tools::kTextAnswers) {
+        for (int capacity : {1, 2, 11, 256}) answer.getter(handle, buffer, capacity);
+    }
+    for (const auto& answer : orvane_tools::kFlagAnswers) answer.getter(handle, &value);
+    SVT_validateDocumentId(handle, &value);
+    SVT_validateJurisdictionCode(handle, &value);
+    SVT_validateBarcode(handle, 20, 15, 5, &value);
+}
+
+std::vector<std::string> sampleInputs() {
+    std::vector<std::string> inputs;
+    for (const auto& entry : std::filesystem::directory_iterator(std::string(ORVANE_SOURCE_DIR) + "/samples")) {
+        if (entry.path().extension() != ".txt") continue;
+        std::ifstream in(entry.path(), std::ios::binary);
+        inputs.emplace_back(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    }
+    return inputs;
+}
+
+TEST(Allocations, ParsesAndAnswersAllocateNothingOnceTheBuffersExist) {
+    const std::vector<std::string> inputs = sampleInputs();
+    ASSERT_FALSE(inputs.empty());
     SVT_ParserHandle* handle = SVT_create();
-    const std::string input = "any input";
-    SVT_parse(handle, input.data(), static_cast<int>(input.size()));
-    char buffer[64];
-    EXPECT_EQ(allocationsDuring([&] { SVT_getAamvaVersion(handle, buffer, sizeof buffer); }), 0);
+    SVT_parse(handle, "x", 1);
+    EXPECT_EQ(allocationsDuring([&] {
+                  for (const std::string& input : inputs) {
+                      SVT_parse(handle, input.data(), static_cast<int>(input.size()));
+                      askEverything(handle);
+                  }
+              }),
+              0);
     SVT_delete(handle);
 }
 

@@ -146,3 +146,73 @@ TEST(FindAamvaHeader, VersionAfterTheIssuerNumber) {
 
 }  // namespace
 }  // namespace orvane
+
+namespace orvane {
+namespace {
+
+using testing::RecordWithBuffer;
+
+int32_t framerCopy(const char* input, int32_t length, char* out, int32_t capacity, int32_t* outLength) {
+    const int32_t n = length < capacity ? length : capacity;
+    std::memcpy(out, input, static_cast<size_t>(n));
+    *outLength = n;
+    return kOk;
+}
+
+// Records of an Alberta licence (three slots) and of a Texas one with no names (two).
+int32_t albertan(char*, int32_t, ParsedRecord* record, const ParseClock*) {
+    setFieldLiteral(record, field::countryCode, "CAN");
+    setFieldLiteral(record, field::jurisdictionCode, "AB");
+    setFieldLiteral(record, field::fullName, "DOE,JOHN");
+    return kOk;
+}
+int32_t texanWithoutNames(char*, int32_t, ParsedRecord* record, const ParseClock*) {
+    setFieldLiteral(record, field::countryCode, "USA");
+    setFieldLiteral(record, field::jurisdictionCode, "TX");
+    return kOk;
+}
+int32_t threeSlots(char*, int32_t, ParsedRecord* record, const ParseClock*) {
+    setFieldLiteral(record, field::city, "A");
+    setFieldLiteral(record, field::address1, "B");
+    setFieldLiteral(record, field::gender, "M");
+    return kOk;
+}
+
+struct ScoredRun {
+    RecordWithBuffer r{512};
+    char inputCopy[512] = {};
+    int32_t run(std::span<const FormatDescriptor> rows) {
+        return parseBestFormatOf(rows, "X", 1, inputCopy, sizeof inputCopy, r.get(), nullptr);
+    }
+};
+
+TEST(DriverScoring, ExpectedCountryAndJurisdiction) {
+    struct Case {
+        const char* name;
+        std::vector<FormatDescriptor> rows;
+        uint32_t winner;
+    };
+    const Case cases[] = {
+        {"a matching country and jurisdiction beat a generic row",
+         {{0, 1, framerCopy, threeSlots, nullptr, nullptr}, {0, 2, framerCopy, albertan, "CAN", "AB"}}, 2},
+        {"a matching country alone is enough",
+         {{0, 1, framerCopy, threeSlots, nullptr, nullptr}, {0, 2, framerCopy, albertan, "CAN", nullptr}}, 2},
+        {"the wrong jurisdiction loses",
+         {{0, 1, framerCopy, threeSlots, nullptr, nullptr}, {0, 2, framerCopy, albertan, "CAN", "BC"}}, 1},
+        {"the wrong country loses",
+         {{0, 1, framerCopy, threeSlots, nullptr, nullptr}, {0, 2, framerCopy, albertan, "AUS", nullptr}}, 1},
+        {"a lone candidate with a negative score still wins",
+         {{0, 7, framerCopy, texanWithoutNames, "CAN", "AB"}}, 7},
+        {"missing names cost a matching row its lead",
+         {{0, 1, framerCopy, threeSlots, nullptr, nullptr}, {0, 2, framerCopy, texanWithoutNames, "USA", nullptr}}, 1},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        ScoredRun d;
+        ASSERT_EQ(d.run(c.rows), kOk);
+        EXPECT_EQ(d.r.record.formatId, c.winner);
+    }
+}
+
+}  // namespace
+}  // namespace orvane

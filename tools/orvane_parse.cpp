@@ -1,28 +1,85 @@
 // orvane-parse: parses each file argument (or standard input) as one scanned input and
-// prints one JSON object per input with the parse status and every answer that exists.
+// prints one JSON object per input with the parse status, every answer that exists, the
+// flags and the check results.
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
 
 #include "answer_table.h"
+#include "json_text.h"
 #include "orvane_parser.h"
 
 namespace {
 
 using orvane_tools::kFlagAnswers;
+using orvane_tools::appendJsonString;
 using orvane_tools::kTextAnswers;
+
+struct Symbol {
+    bool given = false;
+    int columns = 0;
+    int rows = 0;
+    int level = 0;
+};
+
+struct Options {
+    std::vector<const char*> files;
+    Symbol symbol;
+};
 
 void printUsage(FILE* out) {
     std::fputs(
-        "usage: orvane-parse [FILE...]\n"
-        "Parses each FILE (or standard input when none is given) as one scanned input,\n"
-        "byte for byte, and prints one JSON object per input on standard output.\n"
-        "  -h, --help   show this help\n"
-        "Exit status: 0 when every input was recognised, 1 when one was not, 2 when a\n"
-        "file could not be read.\n",
+        "usage: orvane-parse [--symbol COLUMNS,ROWS,LEVEL] [FILE...]\n"
+        "\n"
+        "Parses each FILE (standard input when none is given, or for \"-\") as one scanned\n"
+        "input, byte for byte: the text of a PDF417 barcode, a magnetic stripe or a\n"
+        "machine-readable zone. Prints one JSON object per input on standard output: the\n"
+        "parse status, every field the library answers (under the names of the Java result\n"
+        "object), the flags as 0 or 1, and the checks as \"valid\", \"invalid\" or\n"
+        "\"not checkable\".\n"
+        "\n"
+        "  --symbol C,R,L  also check that a PDF417 symbol of C data columns, R rows and\n"
+        "                  error-correction level L is one the jurisdiction prints\n"
+        "  -h, --help      show this help\n"
+        "\n"
+        "Exit status: 0 when every input was recognised, 1 when one was not, 2 for a file\n"
+        "that could not be read or a bad option.\n",
         out);
+}
+
+bool parseSymbol(const char* text, Symbol* symbol) {
+    char extra = 0;
+    if (std::sscanf(text, "%d,%d,%d%c", &symbol->columns, &symbol->rows, &symbol->level, &extra) != 3) return false;
+    symbol->given = true;
+    return true;
+}
+
+// 0 with the options read, 1 when help was printed, 2 for a bad command line.
+int readOptions(int argc, char** argv, Options* options) {
+    for (int i = 1; i < argc; ++i) {
+        const char* arg = argv[i];
+        if (std::strcmp(arg, "-h") == 0 || std::strcmp(arg, "--help") == 0) {
+            printUsage(stdout);
+            return 1;
+        }
+        if (std::strcmp(arg, "--symbol") == 0) {
+            if (i + 1 >= argc || !parseSymbol(argv[++i], &options->symbol)) {
+                std::fprintf(stderr, "orvane-parse: --symbol needs COLUMNS,ROWS,LEVEL (for example 20,15,5)\n");
+                return 2;
+            }
+            continue;
+        }
+        if (arg[0] == '-' && arg[1] != '\0') {
+            std::fprintf(stderr, "orvane-parse: unknown option %s (try --help)\n", arg);
+            return 2;
+        }
+        options->files.push_back(arg);
+    }
+    if (options->files.empty()) options->files.push_back("-");
+    return 0;
 }
 
 bool readAll(FILE* in, std::vector<unsigned char>* bytes) {
@@ -32,108 +89,105 @@ bool readAll(FILE* in, std::vector<unsigned char>* bytes) {
     return std::ferror(in) == 0;
 }
 
-void appendJsonString(std::string* out, const char* text) {
-    static const char kHex[] = "0123456789abcdef";
-    out->push_back('"');
-    for (const unsigned char* p = reinterpret_cast<const unsigned char*>(text); *p != 0; ++p) {
-        const unsigned char c = *p;
-        if (c == '"' || c == '\\') {
-            out->push_back('\\');
-            out->push_back(static_cast<char>(c));
-        } else if (c == '\n') {
-            out->append("\\n");
-        } else if (c == '\r') {
-            out->append("\\r");
-        } else if (c == '\t') {
-            out->append("\\t");
-        } else if (c < 0x20 || c >= 0x7F) {
-            // Answers are bytes, not UTF-8: every other byte is written as its code point.
-            out->append("\\u00");
-            out->push_back(kHex[c >> 4]);
-            out->push_back(kHex[c & 15]);
+void appendMember(std::string* json, const char* name) {
+    json->append(",\"");
+    json->append(name);
+    json->append("\":");
+}
+
+const char* checkVerdict(int status) {
+    switch (status) {
+        case SVT_CHECK_VALID:
+            return "valid";
+        case SVT_CHECK_INVALID:
+            return "invalid";
+        default:
+            return "not checkable";
+    }
+}
+
+void appendCheck(std::string* json, const char* name, int result, int status) {
+    if (result != SVT_OK) return;
+    appendMember(json, name);
+    appendJsonString(json, checkVerdict(status));
+}
+
+void appendAnswers(SVT_ParserHandle* handle, const Symbol& symbol, std::string* json) {
+    char buffer[4096];
+    for (const auto& answer : kTextAnswers) {
+        if (answer.getter(handle, buffer, sizeof buffer) != SVT_OK || buffer[0] == '\0') continue;
+        appendMember(json, answer.name);
+        appendJsonString(json, buffer);
+    }
+    for (const auto& answer : kFlagAnswers) {
+        int value = 0;
+        if (answer.getter(handle, &value) != SVT_OK) continue;
+        appendMember(json, answer.name);
+        json->append(std::to_string(value));
+    }
+    int status = 0;
+    int result = SVT_validateDocumentId(handle, &status);
+    appendCheck(json, "documentIdValidationStatus", result, status);
+    result = SVT_validateJurisdictionCode(handle, &status);
+    appendCheck(json, "jurisdictionCodeValidationStatus", result, status);
+    if (symbol.given) {
+        result = SVT_validateBarcode(handle, symbol.columns, symbol.rows, symbol.level, &status);
+        if (result == SVT_OK) {
+            appendCheck(json, "barcodeValidationStatus", result, status);
         } else {
-            out->push_back(static_cast<char>(c));
+            appendMember(json, "barcodeValidationStatus");
+            appendJsonString(json, "symbol out of range");
         }
     }
-    out->push_back('"');
 }
 
-std::string describe(SVT_ParserHandle* handle, const char* source, int status) {
-    std::string json = "{\"input\":";
-    appendJsonString(&json, source);
-    json += ",\"status\":" + std::to_string(status);
-    if (status == SVT_OK) {
-        char buffer[1024];
-        for (const auto& answer : kTextAnswers) {
-            if (answer.getter(handle, buffer, sizeof buffer) != SVT_OK || buffer[0] == '\0') continue;
-            json += ",\"";
-            json += answer.name;
-            json += "\":";
-            appendJsonString(&json, buffer);
-        }
-        for (const auto& answer : kFlagAnswers) {
-            int value = 0;
-            if (answer.getter(handle, &value) != SVT_OK) continue;
-            json += ",\"";
-            json += answer.name;
-            json += "\":";
-            json += std::to_string(value);
-        }
-    }
-    json += "}";
-    return json;
-}
-
-int parseOne(SVT_ParserHandle* handle, const char* source, FILE* in) {
+int parseOne(SVT_ParserHandle* handle, const char* source, FILE* in, const Symbol& symbol) {
     std::vector<unsigned char> bytes;
     if (!readAll(in, &bytes)) {
-        std::fprintf(stderr, "orvane-parse: cannot read %s\n", source);
+        std::fprintf(stderr, "orvane-parse: cannot read %s: %s\n", source, std::strerror(errno));
         return 2;
     }
     const int status = bytes.empty() ? SVT_ERR_EMPTY_INPUT
                                      : SVT_parse(handle, bytes.data(), static_cast<int>(bytes.size()));
-    std::printf("%s\n", describe(handle, source, status).c_str());
+    std::string json = "{\"input\":";
+    appendJsonString(&json, source);
+    json += ",\"status\":" + std::to_string(status);
+    if (status == SVT_OK) appendAnswers(handle, symbol, &json);
+    json += "}";
+    std::printf("%s\n", json.c_str());
     if (status != SVT_OK) {
-        std::fprintf(stderr, "orvane-parse: %s: not recognised (status %d)\n", source, status);
+        std::fprintf(stderr, "orvane-parse: %s: %s (status %d)\n", source,
+                     bytes.empty() ? "empty input" : "no known format recognised the input", status);
         return 1;
     }
     return 0;
 }
 
+int parseFile(SVT_ParserHandle* handle, const char* file, const Symbol& symbol) {
+    if (std::strcmp(file, "-") == 0) return parseOne(handle, "<stdin>", stdin, symbol);
+    FILE* in = std::fopen(file, "rb");
+    if (in == nullptr) {
+        std::fprintf(stderr, "orvane-parse: cannot open %s: %s\n", file, std::strerror(errno));
+        return 2;
+    }
+    const int result = parseOne(handle, file, in, symbol);
+    std::fclose(in);
+    return result;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    std::vector<const char*> files;
-    for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "-h") == 0 || std::strcmp(argv[i], "--help") == 0) {
-            printUsage(stdout);
-            return 0;
-        }
-        if (argv[i][0] == '-' && argv[i][1] != '\0') {
-            std::fprintf(stderr, "orvane-parse: unknown option %s\n", argv[i]);
-            printUsage(stderr);
-            return 2;
-        }
-        files.push_back(argv[i]);
-    }
+    Options options;
+    if (int result = readOptions(argc, argv, &options)) return result == 1 ? 0 : result;
     SVT_ParserHandle* handle = SVT_create();
     if (handle == nullptr) {
         std::fprintf(stderr, "orvane-parse: out of memory\n");
         return 2;
     }
     int worst = 0;
-    if (files.empty()) files.push_back("-");
-    for (const char* file : files) {
-        const bool isStdin = std::strcmp(file, "-") == 0;
-        FILE* in = isStdin ? stdin : std::fopen(file, "rb");
-        int result;
-        if (in == nullptr) {
-            std::fprintf(stderr, "orvane-parse: cannot open %s: %s\n", file, std::strerror(errno));
-            result = 2;
-        } else {
-            result = parseOne(handle, isStdin ? "<stdin>" : file, in);
-            if (!isStdin) std::fclose(in);
-        }
+    for (const char* file : options.files) {
+        const int result = parseFile(handle, file, options.symbol);
         if (result > worst) worst = result;
     }
     SVT_delete(handle);

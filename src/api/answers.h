@@ -9,7 +9,6 @@
 
 namespace orvane {
 
-using TextDeriver = int32_t (*)(const ParsedRecord* record, char* buffer, int32_t capacity);
 using FlagDeriver = int32_t (*)(const ParsedRecord* record, int32_t* value);
 
 // A text getter: the worker writes the answer, NUL-terminated, into the caller's buffer.

@@ -5,6 +5,8 @@
 
 #include "engine/framers.h"
 #include "engine/status.h"
+#include "fields/countries.h"
+#include "fields/names.h"
 
 namespace orvane {
 namespace {
@@ -59,6 +61,36 @@ void storeAamvaVersion(const char* text, int32_t length, ParsedRecord* record) {
     }
 }
 
+// Whether a derived text equals the expected code; the scratch buffer receives it.
+int32_t deriveAndCompare(TextDeriver derive, const ParsedRecord* record, char* scratch, int32_t room,
+                         const char* expected, bool* equal) {
+    const int32_t status = derive(record, scratch, room);
+    *equal = status == kOk && std::strcmp(scratch, expected) == 0;
+    return status;
+}
+
+// A row that names the country or jurisdiction its records must yield gains when the
+// record agrees, loses much when it disagrees, and loses when the names are missing.
+int32_t scoreAdjustment(const FormatDescriptor& row, const ParsedRecord* record, char* scratch, int32_t room) {
+    int32_t adjustment = 0;
+    bool equal = false;
+    if (row.expectedCountry != nullptr) {
+        if (deriveAndCompare(getCountryCode, record, scratch, room, row.expectedCountry, &equal) == kOk) {
+            adjustment += equal ? 100 : -1000;
+        }
+        if (getFirstName(record, scratch, room) != kOk) adjustment -= 100;
+    }
+    if (row.expectedJurisdiction != nullptr) {
+        if (deriveAndCompare(getJurisdictionCode, record, scratch, room, row.expectedJurisdiction, &equal) == kOk) {
+            adjustment += equal ? 50 : -500;
+        }
+        if (getFirstName(record, scratch, room) != kOk || getLastName(record, scratch, room) != kOk) {
+            adjustment -= 50;
+        }
+    }
+    return adjustment;
+}
+
 }  // namespace
 
 int32_t findAamvaHeader(const char* text, int32_t length, TextSpan* version) {
@@ -96,8 +128,10 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
         if (runRow(rows[r], data, dataLength, inputCopy, room, record, clock, &length) != kOk) {
             continue;
         }
-        const int32_t score = countFilledFields(record);
+        int32_t score = countFilledFields(record);
         if (score == 0) continue;
+        // The scoring derivers write into the scratch buffer; the next row frames anew.
+        score += scoreAdjustment(rows[r], record, inputCopy, room);
         if (score > bestScore) {
             bestRow = static_cast<int32_t>(r);
             bestScore = score;

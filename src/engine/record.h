@@ -50,6 +50,8 @@ struct PairEntry {
 
 // A character test; receives the byte as an unsigned value.
 using CharTest = int (*)(int c);
+// A field worker: writes its answer into buffer and returns 0 or a negative status.
+using TextDeriver = int32_t (*)(const ParsedRecord* record, char* buffer, int32_t capacity);
 // Writes at most room bytes at dst and returns how many it wrote.
 using FieldProducer = int32_t (*)(const void* context, char* dst, int32_t room);
 

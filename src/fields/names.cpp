@@ -1,0 +1,325 @@
+// The name workers: each picks the best source in the record, splits whole names by
+// fixed rules and lets the jurisdiction's name rule answer first.
+#include "fields/names.h"
+
+#include <cstring>
+#include <iterator>
+
+#include "fields/answer.h"
+#include "fields/countries.h"
+#include "fields/name_hooks.h"
+#include "fields/text.h"
+
+namespace orvane {
+namespace {
+
+// Compared exactly, case included.
+constexpr const char* kNameSuffixes[] = {
+    "JR", "SR", "JR.", "SR.", "II", "III", "IV", "MD", "PHD", "PH.D", "M.D.", "4TH", "2ND", "3RD",
+    "1ST",
+    "4TH",  // deliberately listed twice
+    "VI",   // deliberately no "V" in the list
+    "5TH", "6TH", "7TH", "VII", "8TH", "VIII", "9TH",
+};
+static_assert(std::size(kNameSuffixes) == 24);
+
+constexpr const char* kNamePlaceholders[] = {"NONE", "NONE."};
+
+constexpr int32_t kSuffixCount = static_cast<int32_t>(std::size(kNameSuffixes));
+constexpr int32_t kPlaceholderCount = static_cast<int32_t>(std::size(kNamePlaceholders));
+
+constexpr int32_t kCleanWords = 16;
+constexpr int32_t kNameParts = 8;
+constexpr int32_t kFirstNameWords = 3;
+constexpr int32_t kNameWords = 8;
+constexpr int32_t kSuffixWords = 16;
+constexpr int32_t kIinScratch = 32;
+constexpr int32_t kJurisdictionScratch = 16;
+
+// The middle-name slot keeps its words but not its commas.
+constexpr const char* kCommas = ",";
+constexpr const char* kCommasAndBlanks = ", ";
+// The whole name answered as the full name reads with blanks for its separators.
+constexpr const char* kFullNameSeparators = "$@,";
+
+using NameWorker = int32_t (*)(const ParsedRecord* record, char* buffer, int32_t capacity);
+
+int32_t cutWords(TextSpan text, TextSpan* words, int32_t max, const char* delimiters) {
+    return splitTokens(text, words, max, delimiters, kSkipEmptyTokens);
+}
+
+// Takes out a suffix part, or turns the parts round when the second is an initial.
+int32_t adjustNameParts(TextSpan* parts, int32_t count) {
+    if (count < 3) return count;
+    if (isNameSuffix(parts[1])) {
+        std::memmove(parts + 1, parts + 2, static_cast<size_t>(count - 2) * sizeof *parts);
+        return count - 1;
+    }
+    if (isNameSuffix(parts[count - 1])) return count - 1;
+    if (parts[1].length == 1) {
+        // Deliberately reads an initial in second place as FIRST,M,LAST: the last part
+        // moves to the front.
+        const TextSpan last = parts[count - 1];
+        std::memmove(parts + 1, parts, static_cast<size_t>(count - 1) * sizeof *parts);
+        parts[0] = last;
+    }
+    return count;
+}
+
+int32_t cutNameParts(TextSpan whole, TextSpan (&parts)[kNameParts]) {
+    return adjustNameParts(parts, cutWords(whole, parts, kNameParts, kPartDelimiters));
+}
+
+// Drops suffix words from the words after the first; returns the new count.
+int32_t dropTrailingSuffixes(TextSpan* words, int32_t count) {
+    if (count < 2) return count;
+    return 1 + removeNameSuffixes(words + 1, count - 1);
+}
+
+int32_t answerTrimmed(TextSpan value, char* buffer, int32_t capacity) {
+    trimIf(&value, isWhiteSpace);
+    return answerAsIs(value, buffer, capacity);
+}
+
+int32_t answerJoined(const TextSpan* words, int32_t count, char* buffer, int32_t capacity) {
+    return answerFromCopy(joinSpansZ(buffer, capacity, words, count, kBlank, nullptr, nullptr, '\0'));
+}
+
+// A middle name with its commas turned into blanks and runs of either collapsed.
+int32_t answerMiddleText(TextSpan value, char* buffer, int32_t capacity) {
+    trimIf(&value, isWhiteSpace);
+    return answerFromCopy(
+        copyFilteredZ(buffer, capacity, value, kCommas, kCommasAndBlanks, ' '));
+}
+
+bool hookAnswers(NameHook hook, const ParsedRecord* record, char* buffer, int32_t capacity) {
+    return hook != nullptr && hook(record, buffer, capacity) == kOk;
+}
+
+bool splitsGenerically(const NameRule* rule) { return rule->useGenericSplitter == 0; }
+
+// The first word of the given names, and what follows it.
+bool cutGivenNames(const ParsedRecord* record, TextSpan* first, TextSpan* rest) {
+    TextSpan given;
+    if (readField(record, field::givenNames, &given) != kOk) return false;
+    return nextToken(given, first, rest, kGivenNameDelimiters, kSkipEmptyTokens) == 1;
+}
+
+int32_t composeFullName(const ParsedRecord* record, char* buffer, int32_t capacity) {
+    constexpr NameWorker kPieces[] = {getFirstName, getMiddleName, getLastName, getNameSuffix};
+    int32_t used = 0;
+    for (NameWorker piece : kPieces) {
+        const int32_t room = capacity - used;
+        if (room < 1) break;
+        if (piece(record, buffer + used, room) != kOk) continue;
+        const int32_t length =
+            static_cast<int32_t>(strnlen(buffer + used, static_cast<size_t>(room - 1)));
+        buffer[used + length] = ' ';
+        used += length + 1;
+    }
+    if (used == 0) {
+        buffer[0] = '\0';
+        return kErrNoAnswer;
+    }
+    buffer[used - 1] = '\0';
+    return kOk;
+}
+
+}  // namespace
+
+bool isNameSuffix(TextSpan word) { return spanInList(word, kNameSuffixes, kSuffixCount); }
+
+int32_t removeNameSuffixes(TextSpan* words, int32_t count) {
+    return removeWords(words, count, kNameSuffixes, kSuffixCount);
+}
+
+const NameRule* nameRuleFor(const ParsedRecord* record) {
+    char iin[kIinScratch] = {};
+    if (getIIN(record, iin, kIinScratch) == kOk) {
+        if (const char* code = jurisdictionCodeForIin(makeSpan(iin))) {
+            return nameRuleForCode(makeSpan(code));
+        }
+    }
+    char code[kJurisdictionScratch] = {};
+    if (getJurisdictionCode(record, code, kJurisdictionScratch) == kOk) {
+        return nameRuleForCode(makeSpan(code));
+    }
+    return nameRuleForCode(makeSpan(""));
+}
+
+int32_t cleanName(char* buffer, int32_t capacity) {
+    if (buffer == nullptr || capacity < 1) return kErrInvalidArgument;
+    const size_t length = strnlen(buffer, static_cast<size_t>(capacity - 1));
+    const TextSpan text = makeSpan(buffer, static_cast<int32_t>(length));
+    TextSpan words[kCleanWords];
+    int32_t count = dropTrailingSuffixes(words, cutWords(text, words, kCleanWords, kWordDelimiters));
+    count = removeWords(words, count, kNamePlaceholders, kPlaceholderCount);
+    for (int32_t i = 0; i < count; ++i) trimSet(&words[i], kTokenEdgeSet);
+    // Each word only moves towards the start, so the join reads every byte before it
+    // writes over it.
+    if (joinSpansZ(buffer, capacity, words, count, kBlank, nullptr, nullptr, '\0') > 0) return kOk;
+    buffer[0] = '\0';
+    return kErrNoAnswer;
+}
+
+int32_t firstNameOfWholeName(TextSpan wholeName, char* buffer, int32_t capacity) {
+    TextSpan parts[kNameParts];
+    const int32_t count = cutNameParts(wholeName, parts);
+    if (count >= 3) return answerAsIs(parts[1], buffer, capacity);
+    TextSpan words[kFirstNameWords];
+    const TextSpan source = count == 2 ? parts[1] : wholeName;
+    if (cutWords(source, words, kFirstNameWords, kBlank) < 1) return kErrNoAnswer;
+    return answerAsIs(words[0], buffer, capacity);
+}
+
+int32_t middleNameOfWholeName(TextSpan wholeName, char* buffer, int32_t capacity) {
+    TextSpan parts[kNameParts];
+    const int32_t count = cutNameParts(wholeName, parts);
+    if (count > 2) {
+        if (answerTrimmed(parts[2], buffer, capacity) != kOk) return kErrNoAnswer;
+        return cleanName(buffer, capacity);
+    }
+    TextSpan words[kNameWords];
+    if (count == 2) {
+        // The given names after the first, joined as they stand.
+        const int32_t given = cutWords(parts[1], words, kNameWords, kBlank);
+        if (given < 2) return kErrNoAnswer;
+        return answerJoined(words + 1, given - 1, buffer, capacity);
+    }
+    const int32_t all = cutWords(wholeName, words, kNameWords, kBlank);
+    if (all < 3) return kErrNoAnswer;
+    if (dropTrailingSuffixes(words, all) < 3) return kErrNoAnswer;
+    if (answerAsIs(words[1], buffer, capacity) != kOk) return kErrNoAnswer;
+    return cleanName(buffer, capacity);
+}
+
+int32_t lastNameOfWholeName(TextSpan wholeName, char* buffer, int32_t capacity) {
+    TextSpan parts[kNameParts];
+    if (cutNameParts(wholeName, parts) >= 2) {
+        TextSpan last = parts[0];
+        trimIf(&last, isWhiteSpace);
+        return answerFromCopy(copyFilteredZ(buffer, capacity, last, nullptr, kBlank, '\0'));
+    }
+    TextSpan words[kNameWords];
+    const int32_t count = removeNameSuffixes(words, cutWords(wholeName, words, kNameWords, kBlank));
+    // Everything after the first two words, so that a two-word surname stays whole.
+    if (count >= 3) return answerJoined(words + 2, count - 2, buffer, capacity);
+    if (count == 2) return answerAsIs(words[1], buffer, capacity);
+    return kErrNoAnswer;
+}
+
+int32_t getFirstName(const ParsedRecord* record, char* buffer, int32_t capacity) {
+    if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
+    buffer[0] = '\0';
+    const NameRule* rule = nameRuleFor(record);
+    if (hookAnswers(rule->firstNameHook, record, buffer, capacity)) return cleanName(buffer, capacity);
+    TextSpan value;
+    if (readField(record, field::firstName, &value) == kOk &&
+        answerTrimmed(value, buffer, capacity) == kOk) {
+        return cleanName(buffer, capacity);
+    }
+    TextSpan rest;
+    if (cutGivenNames(record, &value, &rest) && answerAsIs(value, buffer, capacity) == kOk) {
+        return cleanName(buffer, capacity);
+    }
+    TextSpan whole;
+    if (readField(record, field::fullName, &whole) != kOk) return kErrNoAnswer;
+    if (hookAnswers(rule->firstNameHook, record, buffer, capacity)) return cleanName(buffer, capacity);
+    const int32_t status = splitsGenerically(rule)
+                               ? kGenericSplitter.first(record, whole, buffer, capacity)
+                               : firstNameOfWholeName(whole, buffer, capacity);
+    if (status != kOk) return kErrNoAnswer;
+    return cleanName(buffer, capacity);
+}
+
+int32_t getMiddleName(const ParsedRecord* record, char* buffer, int32_t capacity) {
+    if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
+    buffer[0] = '\0';
+    const NameRule* rule = nameRuleFor(record);
+    if (hookAnswers(rule->middleNameHook, record, buffer, capacity)) return kOk;
+    TextSpan value;
+    if (readField(record, field::middleName, &value) == kOk &&
+        answerMiddleText(value, buffer, capacity) == kOk) {
+        return cleanName(buffer, capacity);
+    }
+    TextSpan first;
+    if (cutGivenNames(record, &first, &value) && answerMiddleText(value, buffer, capacity) == kOk) {
+        return cleanName(buffer, capacity);
+    }
+    if (hookAnswers(rule->middleNameHook, record, buffer, capacity)) return kOk;
+    TextSpan whole;
+    if (readField(record, field::fullName, &whole) != kOk) return kErrNoAnswer;
+    // A splitter's middle name is taken as written, like a hook's.
+    if (splitsGenerically(rule)) {
+        return kGenericSplitter.middle(record, whole, buffer, capacity) == kOk ? kOk : kErrNoAnswer;
+    }
+    return middleNameOfWholeName(whole, buffer, capacity);
+}
+
+int32_t getLastName(const ParsedRecord* record, char* buffer, int32_t capacity) {
+    if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
+    buffer[0] = '\0';
+    const NameRule* rule = nameRuleFor(record);
+    if (hookAnswers(rule->lastNameHook, record, buffer, capacity)) return cleanName(buffer, capacity);
+    TextSpan value;
+    if (readField(record, field::lastName, &value) == kOk &&
+        answerTrimmed(value, buffer, capacity) == kOk) {
+        return cleanName(buffer, capacity);
+    }
+    if (readField(record, field::fullName, &value) != kOk) return kErrNoAnswer;
+    if (splitsGenerically(rule)) {
+        return kGenericSplitter.last(record, value, buffer, capacity) == kOk ? kOk : kErrNoAnswer;
+    }
+    return lastNameOfWholeName(value, buffer, capacity);
+}
+
+int32_t getNameSuffix(const ParsedRecord* record, char* buffer, int32_t capacity) {
+    if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
+    buffer[0] = '\0';
+    TextSpan value;
+    if (readField(record, field::nameSuffix, &value) == kOk) {
+        trimIf(&value, isWhiteSpace);
+        if (value.length > 0) {
+            if (spanCompare(value, makeSpan("NONE"), kIgnoreCase) == 0) return kErrNoAnswer;
+            return answerAsIs(value, buffer, capacity);
+        }
+    }
+    if (hookAnswers(nameRuleFor(record)->suffixHook, record, buffer, capacity)) return kOk;
+    TextSpan source;
+    if (readField(record, field::fullName, &source) != kOk &&
+        readField(record, field::lastName, &source) != kOk) {
+        return kErrNoAnswer;
+    }
+    TextSpan words[kSuffixWords];
+    const int32_t count = cutWords(source, words, kSuffixWords, kGivenNameDelimiters);
+    // Deliberately never takes a suffix from a word that opens the text: IV SMITH has none.
+    const int32_t start = (count > 0 && words[0].data == source.data) ? 1 : 0;
+    for (int32_t i = start; i < count; ++i) {
+        if (isNameSuffix(words[i])) return answerAsIs(words[i], buffer, capacity);
+    }
+    return kErrNoAnswer;
+}
+
+int32_t getNamePrefix(const ParsedRecord* record, char* buffer, int32_t capacity) {
+    if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
+    buffer[0] = '\0';
+    if (hookAnswers(nameRuleFor(record)->prefixHook, record, buffer, capacity)) return kOk;
+    TextSpan value;
+    if (readField(record, field::namePrefix, &value) != kOk) return kErrNoAnswer;
+    return answerTrimmed(value, buffer, capacity);
+}
+
+int32_t getFullName(const ParsedRecord* record, char* buffer, int32_t capacity) {
+    if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
+    buffer[0] = '\0';
+    TextSpan whole;
+    if (readField(record, field::fullName, &whole) != kOk) {
+        return composeFullName(record, buffer, capacity);
+    }
+    trimSet(&whole, kTokenEdgeSet);
+    // Deliberately one character shorter than the other answers: capacity - 2 at most.
+    return answerFromCopy(
+        copyFilteredZ(buffer, capacity - 1, whole, kFullNameSeparators, kBlank, ' '));
+}
+
+}  // namespace orvane
