@@ -37,6 +37,10 @@ std::map<std::string, std::string> readExpectations(const fs::path& path) {
     return expected;
 }
 
+std::string verdict(int check) {
+    return check == SVT_CHECK_VALID ? "valid" : check == SVT_CHECK_INVALID ? "invalid" : "not checkable";
+}
+
 // The answer of one key, or "" when the getter gives none.
 std::string answer(SVT_ParserHandle* handle, const std::string& key, int status) {
     if (key == "status") return std::to_string(status);
@@ -51,6 +55,11 @@ std::string answer(SVT_ParserHandle* handle, const std::string& key, int status)
         if (key != a.name) continue;
         int value = 0;
         return a.getter(handle, &value) == SVT_OK ? std::to_string(value) : std::string();
+    }
+    int check = 0;
+    if (key == "documentIdValidationStatus" && SVT_validateDocumentId(handle, &check) == SVT_OK) return verdict(check);
+    if (key == "jurisdictionCodeValidationStatus" && SVT_validateJurisdictionCode(handle, &check) == SVT_OK) {
+        return verdict(check);
     }
     ADD_FAILURE() << "unknown key " << key;
     return std::string();
