@@ -13,40 +13,13 @@ namespace orvane {
 namespace {
 
 using testing::RecordWithBuffer;
-using Worker = int32_t (*)(const ParsedRecord*, char*, int32_t);
+using testing::ask;
+using testing::Slot;
+using testing::Worker;
 
-struct Slot {
-    FieldId id;
-    const char* value;
-};
-
-// Runs a worker on a fresh record holding the slots; the answer text, or "#<status>".
-std::string ask(Worker worker, const std::vector<Slot>& slots, int32_t capacity = 64) {
-    RecordWithBuffer r;
-    for (const Slot& s : slots) setFieldLiteral(r.get(), s.id, s.value);
-    std::vector<char> buffer(static_cast<size_t>(capacity), '#');
-    const int32_t status = worker(r.get(), buffer.data(), capacity);
-    if (status != kOk) return "#" + std::to_string(status);
-    return std::string(buffer.data(), strnlen(buffer.data(), buffer.size()));
-}
-
-struct Case {
-    const char* name;
-    Worker worker;
-    std::vector<Slot> slots;
-    int32_t capacity;
-    std::string expected;
-};
-
-void runCases(const std::vector<Case>& cases) {
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(ask(c.worker, c.slots, c.capacity), c.expected);
-    }
-}
 
 TEST(Codes, ClassRestrictionAndEndorsementCodes) {
-    runCases({
+    testing::runWorkerCases({
         {"class first choice", getVehicleClassCode,
          {{field::licenseClassification, "A"}, {field::vehicleClassJurisdiction, "B"}, {field::vehicleClassCode, "C"}},
          64, "C"},
@@ -70,7 +43,7 @@ TEST(Codes, ClassRestrictionAndEndorsementCodes) {
 }
 
 TEST(Codes, DescriptionsAndComplianceType) {
-    runCases({
+    testing::runWorkerCases({
         {"class description", getVehicleClassCodeDescription,
          {{field::vehicleClassCodeDescription, " CLASS C  CAR "}}, 64, "CLASS C  CAR"},
         {"restriction description", getRestrictionCodeDescription,
@@ -101,7 +74,7 @@ TEST(Codes, DocumentType) {
     storedType.push_back({field::documentType, " ID "});
     std::vector<Slot> blankType = dl;
     blankType.push_back({field::documentType, "  "});
-    runCases({
+    testing::runWorkerCases({
         {"stored wins", getDocumentType, storedType, 64, "ID"},
         {"blank stored type falls back", getDocumentType, blankType, 64, "DL"},
         {"name, address, number and birth date", getDocumentType, dl, 64, "DL"},

@@ -15,22 +15,9 @@ namespace orvane {
 namespace {
 
 using testing::RecordWithBuffer;
-using Worker = int32_t (*)(const ParsedRecord*, char*, int32_t);
-
-struct Slot {
-    FieldId id;
-    const char* value;
-};
-
-// Runs a worker on a fresh record holding the slots; the answer text, or "#<status>".
-std::string ask(Worker worker, std::vector<Slot> slots, int32_t capacity = 64) {
-    RecordWithBuffer r;
-    for (const Slot& s : slots) setFieldLiteral(r.get(), s.id, s.value);
-    std::vector<char> buffer(static_cast<size_t>(capacity > 0 ? capacity : 1), '#');
-    const int32_t status = worker(r.get(), buffer.data(), capacity);
-    if (status != kOk) return "#" + std::to_string(status);
-    return std::string(buffer.data(), strnlen(buffer.data(), buffer.size()));
-}
+using testing::ask;
+using testing::Slot;
+using testing::Worker;
 
 TEST(ColorTables, RowsAsTranscribed) {
     ASSERT_EQ(eyeColorTable().size(), 16u);
@@ -55,23 +42,9 @@ TEST(WeightRanges, TextsAndGap) {
     EXPECT_EQ(weightRangePounds(-1), nullptr);
 }
 
-struct Case {
-    const char* name;
-    Worker worker;
-    std::vector<Slot> slots;
-    int32_t capacity;
-    std::string expected;
-};
-
-void runCases(const std::vector<Case>& cases) {
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(ask(c.worker, c.slots, c.capacity), c.expected);
-    }
-}
 
 TEST(Physical, ColoursAndRace) {
-    runCases({
+    testing::runWorkerCases({
         {"eye BRO", getEyeColor, {{field::eyeColor, "BRO"}}, 64, "Brown"},
         {"eye lower case stays", getEyeColor, {{field::eyeColor, "bro"}}, 64, "bro"},
         {"eye VI", getEyeColor, {{field::eyeColor, "VI"}}, 64, "Viole"},
@@ -94,7 +67,7 @@ TEST(Physical, ColoursAndRace) {
 }
 
 TEST(Physical, Gender) {
-    runCases({
+    testing::runWorkerCases({
         {"MALE", getGender, {{field::gender, "MALE"}}, 64, "Male"},
         {"M", getGender, {{field::gender, "M"}}, 64, "Male"},
         {"1", getGender, {{field::gender, "1"}}, 64, "Male"},
@@ -124,7 +97,7 @@ TEST(Physical, Gender) {
 }
 
 TEST(Physical, Height) {
-    runCases({
+    testing::runWorkerCases({
         {"feet and inches", getHeight, {{field::height, "510"}}, 64, "5'10\""},
         {"one digit", getHeight, {{field::height, "6"}}, 64, "6'\""},  // deliberately not filled out
         {"trimmed first", getHeight, {{field::height, " 511 "}}, 64, "5'11\""},
@@ -147,7 +120,7 @@ TEST(Physical, Height) {
 }
 
 TEST(Physical, WeightInKilograms) {
-    runCases({
+    testing::runWorkerCases({
         {"from pounds", getWeightKG, {{field::weightPounds, "180"}}, 64, "82"},
         {"rounds half up", getWeightKG, {{field::weightPounds, "1"}}, 64, "0"},
         {"two pounds", getWeightKG, {{field::weightPounds, "2"}}, 64, "1"},
@@ -177,7 +150,7 @@ TEST(Physical, WeightInKilograms) {
 }
 
 TEST(Physical, WeightInPounds) {
-    runCases({
+    testing::runWorkerCases({
         {"stored pounds", getWeightLBS, {{field::weightPounds, "180"}}, 64, "180"},
         {"stored pounds, any text", getWeightLBS, {{field::weightPounds, "180 LB"}}, 64, "180 LB"},
         {"nine characters", getWeightLBS, {{field::weightPounds, "123456789"}}, 64, "123456789"},

@@ -1,6 +1,8 @@
 // Helpers shared by the unit tests.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstring>
 #include <memory>
 #include <string>
@@ -47,6 +49,39 @@ inline HandlePtr parsedHandle() {
     SVT_parse(h.get(), input, 3);
     resetRecord(&h->record);
     return h;
+}
+
+using Worker = int32_t (*)(const ParsedRecord*, char*, int32_t);
+
+struct Slot {
+    FieldId id;
+    const char* value;
+};
+
+// Runs a worker on a fresh record holding the slots; the answer text, or "#<status>".
+inline std::string ask(Worker worker, const std::vector<Slot>& slots, int32_t capacity = 64) {
+    RecordWithBuffer r;
+    for (const Slot& s : slots) setFieldLiteral(r.get(), s.id, s.value);
+    std::vector<char> buffer(static_cast<size_t>(capacity > 0 ? capacity : 1), '#');
+    const int32_t status = worker(r.get(), buffer.data(), capacity);
+    if (status != 0) return "#" + std::to_string(status);
+    return std::string(buffer.data(), strnlen(buffer.data(), buffer.size()));
+}
+
+// A table row for ask: what the worker must answer for these slots and capacity.
+struct WorkerCase {
+    const char* name;
+    Worker worker;
+    std::vector<Slot> slots;
+    int32_t capacity;
+    std::string expected;
+};
+
+inline void runWorkerCases(const std::vector<WorkerCase>& cases) {
+    for (const WorkerCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(ask(c.worker, c.slots, c.capacity), c.expected);
+    }
 }
 
 }  // namespace orvane::testing

@@ -106,33 +106,14 @@ constexpr PairEntry kDPairs[] = {
 };
 static_assert(std::size(kDPairs) == 82);
 
-// The 2011 variant: the 2014 table up to DDJ, without DDK, DDL and the repeated tail.
-constexpr PairEntry kEPairs[] = {
-    {elementKey("DCA"), 52}, {elementKey("DCB"), 8}, {elementKey("DCD"), 9},
-    {elementKey("DBA"), 10}, {elementKey("DCS"), 25}, {elementKey("DAC"), 26},
-    {elementKey("DAD"), 27}, {elementKey("DBD"), 13}, {elementKey("DBB"), 78},
-    {elementKey("DBC"), 12}, {elementKey("DAY"), 16}, {elementKey("DAU"), 54},
-    {elementKey("DAG"), 2}, {elementKey("DAI"), 3}, {elementKey("DAJ"), 4}, {elementKey("DAK"), 5},
-    {elementKey("DAQ"), 6}, {elementKey("DCF"), 73}, {elementKey("DCG"), 125},
-    {elementKey("DDE"), 75}, {elementKey("DDF"), 76}, {elementKey("DDG"), 77},
-    {elementKey("DAH"), 58}, {elementKey("DAZ"), 17}, {elementKey("DCI"), 59},
-    {elementKey("DCJ"), 60}, {elementKey("DCK"), 61}, {elementKey("DBN"), 62},
-    {elementKey("DBG"), 63}, {elementKey("DBS"), 64}, {elementKey("DCU"), 28},
-    {elementKey("DCE"), 65}, {elementKey("DCL"), 66}, {elementKey("DCM"), 67},
-    {elementKey("DCN"), 68}, {elementKey("DCO"), 69}, {elementKey("DCP"), 70},
-    {elementKey("DCQ"), 71}, {elementKey("DCR"), 72}, {elementKey("DDA"), 79},
-    {elementKey("DDB"), 80}, {elementKey("DDC"), 81}, {elementKey("DDD"), 82},
-    {elementKey("DAW"), 15}, {elementKey("DAX"), 37}, {elementKey("DDH"), 83},
-    {elementKey("DDI"), 84}, {elementKey("DDJ"), 85},
-};
-static_assert(std::size(kEPairs) == 48);
-
 }  // namespace
 
 const AamvaElementTable kAamvaTableA{kAPairs, static_cast<int32_t>(std::size(kAPairs))};
 const AamvaElementTable kAamvaTableB{kBPairs, static_cast<int32_t>(std::size(kBPairs))};
 const AamvaElementTable kAamvaTableC{kCPairs, static_cast<int32_t>(std::size(kCPairs))};
 const AamvaElementTable kAamvaTableD{kDPairs, static_cast<int32_t>(std::size(kDPairs))};
-const AamvaElementTable kAamvaTableE{kEPairs, static_cast<int32_t>(std::size(kEPairs))};
+// The 2011 variant: the 2014 table up to DDJ, without DDK, DDL and the repeated tail.
+const AamvaElementTable kAamvaTableE{kCPairs, 48};
+static_assert(kCPairs[47].key == elementKey("DDJ") && kCPairs[48].key == elementKey("DDK"));
 
 }  // namespace orvane

@@ -3,17 +3,10 @@
 #include <cstring>
 
 #include "engine/status.h"
+#include "fields/text.h"
 
 namespace orvane {
 namespace {
-
-// Membership in a C-string set; the NUL byte is never a member.
-bool inSet(char c, const char* set) {
-    for (const char* p = set; *p != '\0'; ++p) {
-        if (*p == c) return true;
-    }
-    return false;
-}
 
 bool hasMembers(const char* set) { return set != nullptr && *set != '\0'; }
 
@@ -68,11 +61,11 @@ int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceS
     int32_t written = 0;
     for (int32_t i = 0; i < span.length && written < cap; ++i) {
         char c = span.data[i];
-        if (replacing && inSet(c, replaceSet)) {
+        if (replacing && charInSet(c, replaceSet)) {
             if (replaceChar == '\0') continue;
             c = replaceChar;
         }
-        if (collapsing && written > 0 && dst[written - 1] == c && inSet(c, collapseSet)) continue;
+        if (collapsing && written > 0 && dst[written - 1] == c && charInSet(c, collapseSet)) continue;
         dst[written++] = c;
     }
     return written;

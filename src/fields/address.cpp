@@ -89,10 +89,7 @@ int32_t getAddress2(const ParsedRecord* record, char* buffer, int32_t capacity) 
 }
 
 int32_t getCity(const ParsedRecord* record, char* buffer, int32_t capacity) {
-    if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
-    TextSpan city;
-    if (firstFilledField(record, kCitySlots, &city) != kOk) return kErrNoAnswer;
-    return answerPrintableCollapsed(city, buffer, capacity);
+    return answerFirstFilled(record, kCitySlots, answerPrintableCollapsed, buffer, capacity);
 }
 
 int32_t getLicenseNumber(const ParsedRecord* record, char* buffer, int32_t capacity) {

@@ -22,12 +22,12 @@ int32_t answerPrintableCollapsed(TextSpan value, char* buffer, int32_t capacity)
     return answerFromCopy(copyMappedZ(buffer, capacity, value, isNotPrintableCode, isWhiteSpace, ' '));
 }
 
-int32_t copyFirstFilled(const ParsedRecord* record, const FieldId* ids, int32_t count,
-                        char* buffer, int32_t capacity) {
+int32_t answerFirstFilled(const ParsedRecord* record, const FieldId* ids, int32_t count, SpanAnswer answer,
+                          char* buffer, int32_t capacity) {
     if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
     TextSpan value;
     if (firstFilledField(record, ids, count, &value) != kOk) return kErrNoAnswer;
-    return answerAsIs(value, buffer, capacity);
+    return answer(value, buffer, capacity);
 }
 
 }  // namespace orvane

@@ -31,8 +31,21 @@ int32_t answerPrintable(TextSpan value, char* buffer, int32_t capacity);
 // As answerPrintable, and runs of white space become one blank.
 int32_t answerPrintableCollapsed(TextSpan value, char* buffer, int32_t capacity);
 
-// Copies the first filled of the slots as it stands: 0, or -26.
-int32_t copyFirstFilled(const ParsedRecord* record, const FieldId* ids, int32_t count,
-                        char* buffer, int32_t capacity);
+// One of the copies above.
+using SpanAnswer = int32_t (*)(TextSpan value, char* buffer, int32_t capacity);
+
+// Checks the arguments and answers the first filled of the slots through the copy:
+// 0, -21, or -26 when none is filled or nothing was written.
+int32_t answerFirstFilled(const ParsedRecord* record, const FieldId* ids, int32_t count, SpanAnswer answer,
+                          char* buffer, int32_t capacity);
+template <size_t N>
+int32_t answerFirstFilled(const ParsedRecord* record, const FieldId (&ids)[N], SpanAnswer answer, char* buffer,
+                          int32_t capacity) {
+    return answerFirstFilled(record, ids, static_cast<int32_t>(N), answer, buffer, capacity);
+}
+inline int32_t answerSlot(const ParsedRecord* record, FieldId id, SpanAnswer answer, char* buffer,
+                          int32_t capacity) {
+    return answerFirstFilled(record, &id, 1, answer, buffer, capacity);
+}
 
 }  // namespace orvane

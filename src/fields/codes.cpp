@@ -14,28 +14,6 @@ constexpr FieldId kNameSlots[] = {field::fullName, field::firstName, field::last
 constexpr FieldId kAddressSlots[] = {field::address1, field::residenceAddress1, field::address2,
                                      field::address2Alt, field::residenceAddress2};
 
-using Answer = int32_t (*)(TextSpan value, char* buffer, int32_t capacity);
-
-// Answers the first filled of the slots through the given copy.
-int32_t answerFirstFilled(const ParsedRecord* record, const FieldId* ids, int32_t count,
-                          Answer answer, char* buffer, int32_t capacity) {
-    if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
-    TextSpan value;
-    if (firstFilledField(record, ids, count, &value) != kOk) return kErrNoAnswer;
-    return answer(value, buffer, capacity);
-}
-
-template <size_t N>
-int32_t answerFirstFilled(const ParsedRecord* record, const FieldId (&ids)[N], Answer answer,
-                          char* buffer, int32_t capacity) {
-    return answerFirstFilled(record, ids, static_cast<int32_t>(N), answer, buffer, capacity);
-}
-
-int32_t answerSlot(const ParsedRecord* record, FieldId id, Answer answer, char* buffer,
-                   int32_t capacity) {
-    return answerFirstFilled(record, &id, 1, answer, buffer, capacity);
-}
-
 // Only the text "1" is yes; deliberately, Y, YES or "1 " all count as no.
 int32_t readFlag(const ParsedRecord* record, FieldId id, int32_t* value) {
     if (int32_t status = checkAnswerArgs(record, value, 1)) return status;
@@ -68,8 +46,7 @@ const char* documentTypeByPresence(const ParsedRecord* record) {
 }  // namespace
 
 int32_t getAamvaVersion(const ParsedRecord* record, char* buffer, int32_t capacity) {
-    const FieldId slot = field::aamvaVersion;
-    return copyFirstFilled(record, &slot, 1, buffer, capacity);
+    return answerSlot(record, field::aamvaVersion, answerAsIs, buffer, capacity);
 }
 
 int32_t getVehicleClassCode(const ParsedRecord* record, char* buffer, int32_t capacity) {

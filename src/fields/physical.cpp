@@ -146,10 +146,7 @@ int32_t getHairColor(const ParsedRecord* record, char* buffer, int32_t capacity)
 }
 
 int32_t getRace(const ParsedRecord* record, char* buffer, int32_t capacity) {
-    if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
-    TextSpan race;
-    if (readField(record, field::race, &race) != kOk) return kErrNoAnswer;
-    return answerPrintable(race, buffer, capacity);
+    return answerSlot(record, field::race, answerPrintable, buffer, capacity);
 }
 
 int32_t getHeight(const ParsedRecord* record, char* buffer, int32_t capacity) {

@@ -7,13 +7,6 @@
 namespace orvane {
 namespace {
 
-bool inSet(char c, const char* set) {
-    for (const char* p = set; *p != '\0'; ++p) {
-        if (*p == c) return true;
-    }
-    return false;
-}
-
 int32_t compareBytes(char a, char b) {
     // Signed comparison of the differing bytes, as the callers expect.
     return static_cast<signed char>(a) < static_cast<signed char>(b) ? -1 : 1;
@@ -24,6 +17,13 @@ bool matchesAt(const char* text, TextSpan pattern) {
 }
 
 }  // namespace
+
+bool charInSet(char c, const char* set) {
+    for (const char* p = set; *p != '\0'; ++p) {
+        if (*p == c) return true;
+    }
+    return false;
+}
 
 int isPrintableCode(int c) { return c >= 33 && c <= 125; }
 int isNotPrintableCode(int c) { return !isPrintableCode(c); }
@@ -54,7 +54,7 @@ void trimIf(TextSpan* span, CharTest test) {
 
 void trimLeadingSet(TextSpan* span, const char* set) {
     if (span == nullptr || span->data == nullptr || set == nullptr) return;
-    while (span->length > 0 && inSet(span->data[0], set)) {
+    while (span->length > 0 && charInSet(span->data[0], set)) {
         ++span->data;
         --span->length;
     }
@@ -62,7 +62,7 @@ void trimLeadingSet(TextSpan* span, const char* set) {
 
 void trimTrailingSet(TextSpan* span, const char* set) {
     if (span == nullptr || span->data == nullptr || set == nullptr) return;
-    while (span->length > 0 && inSet(span->data[span->length - 1], set)) --span->length;
+    while (span->length > 0 && charInSet(span->data[span->length - 1], set)) --span->length;
 }
 
 void trimSet(TextSpan* span, const char* set) {
@@ -87,14 +87,14 @@ int32_t nextToken(TextSpan span, TextSpan* token, TextSpan* rest, const char* de
     const char* set = delimiters != nullptr ? delimiters : "";
     int32_t start = 0;
     if (flags & kSkipEmptyTokens) {
-        while (start < span.length && inSet(span.data[start], set)) ++start;
+        while (start < span.length && charInSet(span.data[start], set)) ++start;
         if (start == span.length) {
             *rest = TextSpan{span.data + start, 0};
             return 0;
         }
     }
     int32_t end = start;
-    while (end < span.length && !inSet(span.data[end], set)) ++end;
+    while (end < span.length && !charInSet(span.data[end], set)) ++end;
     *token = TextSpan{span.data + start, end - start};
     const int32_t next = end < span.length ? end + 1 : end;
     *rest = TextSpan{span.data + next, span.length - next};
