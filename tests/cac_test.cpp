@@ -51,33 +51,6 @@ const std::string kLayoutD = fields({{"0", 1},  {"SAMPLE JORDAN", 27}, {"1234567
                                      {"IIIIII", 6}, {"JJJJJ", 5}, {"KKKKKK", 6}, {"LLLLLLL", 7},
                                      {"MMM", 3}, {"NNN", 3}, {"CONTRACTOR", 35}});
 
-struct Expectation {
-    FieldId id;
-    const char* value;
-};
-
-struct CacCase {
-    const char* name;
-    FormatParser parser;
-    std::string input;
-    int32_t status;
-    std::vector<Expectation> fields;
-    int32_t workCapacity = 4096;
-};
-
-void runCases(const std::vector<CacCase>& cases) {
-    for (const CacCase& c : cases) {
-        SCOPED_TRACE(c.name);
-        RecordWithBuffer r(c.workCapacity);
-        std::string text = c.input;
-        EXPECT_EQ(c.parser(text.data(), static_cast<int32_t>(text.size()), r.get(), nullptr), c.status);
-        for (const Expectation& e : c.fields) {
-            SCOPED_TRACE(e.id);
-            EXPECT_EQ(slotText(r.record, e.id), e.value);
-        }
-    }
-}
-
 TEST(CacLayouts, RowCountsWidthsAndSharedHead) {
     EXPECT_EQ(cacLayoutA().size(), 17u);
     EXPECT_EQ(cacLayoutB().size(), 30u);
@@ -111,7 +84,7 @@ TEST(CacFormats, LayoutAWithBase32NumbersAndDayNumbers) {
     endMarker.replace(1, 6, "1V=XYZ");     // "=" ends the number
     std::string nFormat = kLayoutA;
     nFormat[0] = 'N';
-    runCases({
+    testing::runReaderCases({
         {"all 17 fields", parseCacFormat51, kLayoutA, kOk,
          {{88, "1"}, {field::licenseNumberAlt3, "44117100"}, {90, "X"}, {91, "682239"},
           {field::firstName, "JORDAN"}, {field::lastName, "SAMPLE"}, {field::birthdateAlt, "19850715"},
@@ -143,7 +116,7 @@ TEST(CacFormats, IdusCardsToldApartByTheirMarker) {
     lowerMonth.replace(9 + 58, 9, "1985jul15");
     std::string noDigits = b;
     noDigits.replace(9 + 58, 9, "ABCDJUL1X");
-    runCases({
+    testing::runReaderCases({
         {"53 reads layout B", parseCacFormat53, b, kOk,
          {{99, "0"}, {field::fullName, "SAMPLE, JORDAN, , QUINCY, MIDDL"}, {field::licenseNumberAlt2, "123456789"},
           {field::heightAlt, "6'0\""}, {field::weightPounds, "180"}, {field::hairColor, "BR"},
@@ -178,7 +151,7 @@ TEST(CacFormats, CommaNameKeepsEveryBlankAndStopsWhenAPairDoesNotFit) {
     for (int i = 0; i < 18; ++i) pairs += ", ";
     const std::string padded = "DOE, JANE" + pairs + ",";
     // 32 bytes go to the identity and the marker; three remain for the name.
-    runCases({
+    testing::runReaderCases({
         {"padded name", parseCacFormat53, "IDUS3ABCD0" + fields({{"DOE JANE", 27}}), kOk,
          {{field::fullName, padded.c_str()}}},
         {"room for AB only", parseCacFormat53, "IDUS3ABCD0" + fields({{"AB CD", 27}}), kOk, {{field::fullName, "AB"}}, 35},
@@ -186,7 +159,7 @@ TEST(CacFormats, CommaNameKeepsEveryBlankAndStopsWhenAPairDoesNotFit) {
 }
 
 TEST(CacFormats, CivilianCardNamesItsEditionFromTheFifthCharacter) {
-    runCases({
+    testing::runReaderCases({
         {"IDCV read", parseCacFormat55, "IDCV7WXYZ" + kLayoutD, kOk,
          {{field::standardName, "DoD/Uniformed Services Civilian ID Card v7"}, {field::fullName, "SAMPLE JORDAN"},
           {field::heightAlt, "5'9\""}, {field::birthdateAlt, "19901224"}, {134, "20190430"},

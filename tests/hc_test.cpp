@@ -14,32 +14,6 @@ namespace {
 using testing::RecordWithBuffer;
 using testing::slotText;
 
-struct Expectation {
-    FieldId id;
-    const char* value;
-};
-
-struct HcCase {
-    const char* name;
-    FormatParser parser;
-    std::string input;
-    int32_t status;
-    std::vector<Expectation> fields;
-};
-
-void runCases(const std::vector<HcCase>& cases) {
-    for (const HcCase& c : cases) {
-        SCOPED_TRACE(c.name);
-        RecordWithBuffer r(2048);
-        std::string text = c.input;
-        EXPECT_EQ(c.parser(text.data(), static_cast<int32_t>(text.size()), r.get(), nullptr), c.status);
-        for (const Expectation& e : c.fields) {
-            SCOPED_TRACE(e.id);
-            EXPECT_EQ(slotText(r.record, e.id), e.value);
-        }
-    }
-}
-
 // "@", jurisdiction, "HC", 14 unread, licence (10), name (28), birth, gender, issue, expiry.
 const std::string kFixed = "@ON HC" + std::string("..............") + "1234567890" +
                            "SAMPLE/JORDAN               " + "19850715" + "M" + "20210301" + "20260715";
@@ -50,7 +24,7 @@ TEST(HcFormats, FixedPositionsAfterTheHead) {
     std::string blankName = kFixed;
     blankName.replace(30, 28, std::string(28, ' '));
     ASSERT_EQ(kFixed.size(), 83u);
-    runCases({
+    testing::runReaderCases({
         {"every field", parseHcFormat48, kFixed, kOk,
          {{field::jurisdictionCode, "ON"}, {field::licenseNumber, "1234567890"}, {field::fullName, "SAMPLE$JORDAN"},
           {field::birthdate, "19850715"}, {field::gender, "M"}, {field::issueDate, "20210301"},
@@ -79,7 +53,7 @@ std::string stripe(const std::string& name, const std::string& block, const std:
 
 TEST(HcFormats, StripeTracksWithTheCardBlock) {
     const std::string card = stripe("SAMPLE/JORDAN Q", "2503799119800715");
-    runCases({
+    testing::runReaderCases({
         {"every field", parseHcFormat49, card, kOk,
          {{field::licenseNumber, "1234567890"}, {field::fullName, "SAMPLE$JORDAN Q"}, {field::iin, "636028"},
           {field::expirationDate, "20250315"}, {field::birthdate, "19800715"}, {field::gender, "1"},
@@ -113,7 +87,7 @@ TEST(HcFormats, StripeTracksWithTheCardBlock) {
 
 TEST(HcFormats, KeywordLines) {
     const std::string all = "\n\nCNAM123456789\nCPRN  JORDAN \nCNOMSAMPLE\nCEXP2024-02\nCDTN1985-07-15\nCSEXM";
-    runCases({
+    testing::runReaderCases({
         {"every keyword", parseHcFormat50, all, kOk,
          {{field::licenseNumber, "123456789"}, {field::firstName, "JORDAN"}, {field::lastName, "SAMPLE"},
           {field::expirationDate, "20240229"}, {field::birthdate, "19850715"}, {field::gender, "M"},

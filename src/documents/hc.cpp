@@ -127,11 +127,7 @@ constexpr Positions kLicence49{field::licenseNumber, 8, 17};
 constexpr Positions kIin49{field::iin, 2, 7};
 
 bool isNameCharacter(int c) {
-    if (isAsciiAlnum(c) || isAsciiSpace(c)) return true;
-    for (const char* s = "$',-./\\_"; *s != '\0'; ++s) {
-        if (c == *s) return true;
-    }
-    return false;
+    return isAsciiAlnum(c) || isAsciiSpace(c) || charInSet(static_cast<char>(c), "$',-./\\_");
 }
 
 // Length of the run of name characters at from, at most limit and within the text.

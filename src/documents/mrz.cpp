@@ -234,13 +234,6 @@ int32_t readZoneSteps(ZoneReader& r, std::span<const ZoneStep> steps) {
     return kOk;
 }
 
-bool isOneOf(char c, const char* set) {
-    for (const char* s = set; *s != '\0'; ++s) {
-        if (*s == c) return true;
-    }
-    return false;
-}
-
 // The entry checks every layout shares, up to the first character.
 int32_t checkZone(const char* text, int32_t length, const ParsedRecord* record,
                   const ParseClock* clock, int32_t expectedLength) {
@@ -252,9 +245,6 @@ int32_t checkZone(const char* text, int32_t length, const ParsedRecord* record,
     return kOk;
 }
 
-// Cards of type A, C or I; a "V" in second place marks a visa.
-bool isCardType(const char* text) { return isOneOf(text[0], "ACI") && text[1] != 'V'; }
-
 int32_t readZone(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock,
                  std::span<const ZoneStep> steps) {
     ZoneReader r{record, TextSpan{text, length}, clock->parseYear, 0};
@@ -265,6 +255,7 @@ int32_t readZone(char* text, int32_t length, ParsedRecord* record, const ParseCl
 
 int isMrzZoneCharacter(int c) { return isAsciiDigit(c) || isAsciiUpper(c) || c == '<'; }
 int isMrzCodeCharacter(int c) { return isAsciiUpper(c) || c == '<'; }
+bool isMrzCardType(char first, char second) { return charInSet(first, "ACI") && second != 'V'; }
 
 int32_t parseMrzFormat64(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     if (int32_t status = checkZone(text, length, record, clock, kTd3Length)) return status;
@@ -276,7 +267,7 @@ int32_t parseMrzFormat64(char* text, int32_t length, ParsedRecord* record, const
 
 int32_t parseMrzFormat65(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     if (int32_t status = checkZone(text, length, record, clock, kTd1Length)) return status;
-    if (!isCardType(text)) return kErrFraming;
+    if (!isMrzCardType(text[0], text[1])) return kErrFraming;
     if (int32_t status = readZone(text, length, record, clock, kTd1Steps)) return status;
     // Deliberately a driving licence when the optional data carries a two-letter code.
     const bool licence = fieldMissing(record, field::residenceJurisdictionCode) == 0;
@@ -286,7 +277,7 @@ int32_t parseMrzFormat65(char* text, int32_t length, ParsedRecord* record, const
 
 int32_t parseMrzFormat66(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     if (int32_t status = checkZone(text, length, record, clock, kTd2Length)) return status;
-    if (!isCardType(text)) return kErrFraming;
+    if (!isMrzCardType(text[0], text[1])) return kErrFraming;
     if (int32_t status = readZone(text, length, record, clock, kTd2Steps)) return status;
     setFieldLiteral(record, field::documentType, kDocumentTravel);
     return kOk;

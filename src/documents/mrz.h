@@ -18,4 +18,7 @@ int32_t parseMrzFormat67(char* text, int32_t length, ParsedRecord* record, const
 int isMrzZoneCharacter(int c);  // digit, capital letter or "<"
 int isMrzCodeCharacter(int c);  // capital letter or "<"
 
+// Identity cards open with A, C or I; a "V" in second place marks a visa.
+bool isMrzCardType(char first, char second);
+
 }  // namespace orvane

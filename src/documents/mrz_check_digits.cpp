@@ -109,16 +109,12 @@ bool collectZone(const char* text, int32_t length, char* zone, int32_t* zoneLeng
     return true;
 }
 
-bool isCardType(const char* zone) {
-    return (zone[0] == 'A' || zone[0] == 'C' || zone[0] == 'I') && zone[1] != 'V';
-}
-
 MrzLayout layoutOf(const char* zone, int32_t length) {
     if (length == 88 && zone[0] == 'P') return MrzLayout::Td3;
     if (length == 88 && zone[0] == 'V') return MrzLayout::VisaLong;
     if (length == 72 && zone[0] == 'V') return MrzLayout::VisaShort;
-    if (length == 90 && isCardType(zone)) return MrzLayout::Td1;
-    if (length == 72 && isCardType(zone)) return MrzLayout::Td2;
+    if (length == 90 && isMrzCardType(zone[0], zone[1])) return MrzLayout::Td1;
+    if (length == 72 && isMrzCardType(zone[0], zone[1])) return MrzLayout::Td2;
     return MrzLayout::None;
 }
 
