@@ -253,9 +253,9 @@ int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters, 
                              static_cast<uint32_t>(static_cast<unsigned char>(token.data[2]));
         const TextSpan value{token.data + 3, token.length - 3};
         for (int32_t index = 0; index < tableSize; ++index) {
-            const int32_t id = lookupPair(key, table, tableSize, &index);
-            if (id < 0) break;
-            if (p.elementStore != nullptr) p.elementStore(p, static_cast<FieldId>(id), value);
+            if (table[index].key == key && p.elementStore != nullptr) {
+                p.elementStore(p, static_cast<FieldId>(table[index].value), value);
+            }
         }
     }
     return kOk;

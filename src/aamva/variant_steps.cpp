@@ -268,18 +268,25 @@ int32_t selectDroppingType(AamvaParser& p, TextSpan payload, const SubfileEntry*
 
 int32_t loopOverTable(AamvaParser& p, TextSpan data, const char* delimiters, const PairEntry* table,
                       int32_t tableSize) {
+    // The last token of every pair's id, found in one walk over the data; then the pairs
+    // are applied in table order to the slots still empty.
+    constexpr int32_t kMaxPairs = 128;
+    if (tableSize > kMaxPairs) tableSize = kMaxPairs;
+    TextSpan last[kMaxPairs] = {};
+    TextSpan rest = data;
+    TextSpan token;
+    while (rest.data != nullptr && rest.length > 0 && nextToken(rest, &token, &rest, delimiters, 0)) {
+        if (token.length < 3) continue;
+        const char id[4] = {token.data[0], token.data[1], token.data[2], '\0'};
+        const uint32_t key = elementKey(id);
+        for (int32_t i = 0; i < tableSize; ++i) {
+            if (table[i].key == key) last[i] = TextSpan{token.data + 3, token.length - 3};
+        }
+    }
     for (int32_t i = 0; i < tableSize; ++i) {
         const FieldId id = static_cast<FieldId>(table[i].value);
-        if (fieldMissing(p.record, id) == 0) continue;
-        TextSpan found{nullptr, 0};
-        TextSpan rest = data;
-        TextSpan token;
-        while (rest.data != nullptr && rest.length > 0 && nextToken(rest, &token, &rest, delimiters, 0)) {
-            if (token.length < 3) continue;
-            const char key[4] = {token.data[0], token.data[1], token.data[2], '\0'};
-            if (elementKey(key) == table[i].key) found = TextSpan{token.data + 3, token.length - 3};
-        }
-        if (found.data != nullptr && found.length > 0 && p.elementStore != nullptr) p.elementStore(p, id, found);
+        if (fieldMissing(p.record, id) == 0 || last[i].data == nullptr || last[i].length < 1) continue;
+        if (p.elementStore != nullptr) p.elementStore(p, id, last[i]);
     }
     return kOk;
 }

@@ -24,26 +24,69 @@ int32_t checkDriverArguments(const void* data, int32_t dataLength, const char* i
     return kOk;
 }
 
-void upperCaseInPlace(char* text, int32_t length) {
-    for (int32_t i = 0; i < length; ++i) {
-        text[i] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[i])));
-    }
+// The state of one parse: the caller's input, the scratch buffer, the upper-case
+// mapping and the barcode framing kept for the rows that share it.
+struct ParseRun {
+    const char* data;
+    int32_t dataLength;
+    char* inputCopy;
+    int32_t room;          // what framers may fill: the scratch buffer less one byte
+    int32_t scoringRoom;   // what the scoring derivers may fill
+    unsigned char upper[256];
+    const char* framedBarcode;  // the upper-cased barcode framing, or null
+    int32_t framedBarcodeLength;
+};
+
+// The C library's upper-case mapping, read once per parse into a table.
+void readUpperCaseTable(unsigned char* upper) {
+    for (int c = 0; c < 256; ++c) upper[c] = static_cast<unsigned char>(std::toupper(c));
 }
 
-// Frames the input into the scratch buffer and runs the row's reader on a fresh record.
-int32_t runRow(const FormatDescriptor& row, const void* data, int32_t dataLength, char* inputCopy,
-               int32_t room, ParsedRecord* record, const ParseClock* clock, int32_t* framedLength) {
+void upperCaseInPlace(const unsigned char* upper, char* text, int32_t length) {
+    for (int32_t i = 0; i < length; ++i) text[i] = static_cast<char>(upper[static_cast<unsigned char>(text[i])]);
+}
+
+// Most rows frame the input as barcode text: it is framed once per parse and kept at
+// the end of the scratch buffer, from where each such row gets a fresh copy. It is kept
+// only for inputs short enough that no framer, reader or scoring deriver ever writes as
+// far as the kept text (framings grow an input by a third at most, answers stay well
+// within twice the input); longer inputs are framed anew for every row.
+void keepBarcodeFraming(ParseRun& run, int32_t length) {
+    const int64_t capacity = static_cast<int64_t>(run.room) + 1;
+    if (4 * static_cast<int64_t>(run.dataLength) + 2 > capacity) return;
+    char* kept = run.inputCopy + capacity - (length + 1);
+    std::memcpy(kept, run.inputCopy, static_cast<size_t>(length) + 1);
+    run.framedBarcode = kept;
+    run.framedBarcodeLength = length;
+    run.scoringRoom = static_cast<int32_t>(kept - run.inputCopy) - 1;
+}
+
+// Frames the input for the row into the scratch buffer, upper-cased except after the
+// pass-through framer.
+int32_t frameForRow(ParseRun& run, const FormatDescriptor& row, int32_t* framedLength) {
+    if (row.framer == frameBarcodeText && run.framedBarcode != nullptr) {
+        std::memcpy(run.inputCopy, run.framedBarcode, static_cast<size_t>(run.framedBarcodeLength) + 1);
+        *framedLength = run.framedBarcodeLength;
+        return kOk;
+    }
     int32_t length = 0;
-    const int32_t framed =
-        row.framer(static_cast<const char*>(data), dataLength, inputCopy, room, &length);
+    const int32_t framed = row.framer(run.data, run.dataLength, run.inputCopy, run.room, &length);
     if (framed != kOk) return framed;
     if (length < 0) length = 0;
-    if (length > room) length = room;
+    if (length > run.room) length = run.room;
     *framedLength = length;
-    // Readers see upper-case text, except after the pass-through framer.
-    if (row.framer != framePassThrough) upperCaseInPlace(inputCopy, length);
+    if (row.framer == framePassThrough) return kOk;
+    upperCaseInPlace(run.upper, run.inputCopy, length);
+    if (row.framer == frameBarcodeText) keepBarcodeFraming(run, length);
+    return kOk;
+}
+
+// Frames the input and runs the row's reader on a fresh record.
+int32_t runRow(ParseRun& run, const FormatDescriptor& row, ParsedRecord* record, const ParseClock* clock,
+               int32_t* framedLength) {
+    if (int32_t status = frameForRow(run, row, framedLength)) return status;
     resetRecord(record);
-    return row.parser(inputCopy, length, record, clock);
+    return row.parser(run.inputCopy, *framedLength, record, clock);
 }
 
 bool allDigits(const char* text, int32_t n) {
@@ -120,18 +163,18 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
     const int32_t status =
         checkDriverArguments(data, dataLength, inputCopy, inputCopyCapacity, record);
     if (status != kOk) return status;
-    const int32_t room = inputCopyCapacity - 1;
+    ParseRun run{static_cast<const char*>(data), dataLength, inputCopy, inputCopyCapacity - 1,
+                 inputCopyCapacity - 1, {}, nullptr, 0};
+    readUpperCaseTable(run.upper);
     int32_t bestRow = -1;
     int32_t bestScore = kNoScore;
     for (size_t r = 0; r < rows.size(); ++r) {
         int32_t length = 0;
-        if (runRow(rows[r], data, dataLength, inputCopy, room, record, clock, &length) != kOk) {
-            continue;
-        }
+        if (runRow(run, rows[r], record, clock, &length) != kOk) continue;
         int32_t score = countFilledFields(record);
         if (score == 0) continue;
         // The scoring derivers write into the scratch buffer; the next row frames anew.
-        score += scoreAdjustment(rows[r], record, inputCopy, room);
+        score += scoreAdjustment(rows[r], record, inputCopy, run.scoringRoom);
         if (score > bestScore) {
             bestRow = static_cast<int32_t>(r);
             bestScore = score;
@@ -140,7 +183,7 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
     if (bestRow < 0) return kErrNotRecognised;
     const FormatDescriptor& best = rows[static_cast<size_t>(bestRow)];
     int32_t length = 0;
-    const int32_t final = runRow(best, data, dataLength, inputCopy, room, record, clock, &length);
+    const int32_t final = runRow(run, best, record, clock, &length);
     if (final != kOk) return final;
     storeAamvaVersion(inputCopy, length, record);
     record->formatGroup = best.formatGroup;

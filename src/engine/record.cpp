@@ -58,6 +58,11 @@ int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceS
     if (dst == nullptr || cap < 1 || !spanUsable(span)) return 0;
     const bool replacing = hasMembers(replaceSet);
     const bool collapsing = hasMembers(collapseSet);
+    if (!replacing && !collapsing) {
+        const int32_t n = span.length < cap ? span.length : cap;
+        std::memcpy(dst, span.data, static_cast<size_t>(n));
+        return n;
+    }
     int32_t written = 0;
     for (int32_t i = 0; i < span.length && written < cap; ++i) {
         char c = span.data[i];
@@ -235,9 +240,12 @@ int32_t resetRecord(ParsedRecord* record) {
     }
     record->formatGroup = kNoFormatGroup;
     record->formatId = kNoFormatId;
-    record->workUsed = 0;
     std::memset(record->fields, 0, sizeof record->fields);
-    std::memset(record->workBuffer, 0, static_cast<size_t>(record->workCapacity));
+    // Values are only ever written below workUsed, so clearing that part leaves the whole
+    // buffer reading as zero bytes.
+    const int32_t written = record->workUsed < record->workCapacity ? record->workUsed : record->workCapacity;
+    std::memset(record->workBuffer, 0, static_cast<size_t>(written > 0 ? written : 0));
+    record->workUsed = 0;
     return kOk;
 }
 
@@ -245,6 +253,8 @@ int32_t attachWorkBuffer(ParsedRecord* record, char* buffer, int32_t capacity) {
     if (record == nullptr || buffer == nullptr || capacity < 1) return kErrInvalidArgument;
     record->workBuffer = buffer;
     record->workCapacity = capacity;
+    std::memset(buffer, 0, static_cast<size_t>(capacity));
+    record->workUsed = 0;
     return resetRecord(record);
 }
 

@@ -52,7 +52,8 @@ struct PairEntry {
 using CharTest = int (*)(int c);
 // A field worker: writes its answer into buffer and returns 0 or a negative status.
 using TextDeriver = int32_t (*)(const ParsedRecord* record, char* buffer, int32_t capacity);
-// Writes at most room bytes at dst and returns how many it wrote.
+// Writes at most room bytes at dst and returns how many it wrote; bytes past that count
+// must be left as they were (zero), since a reset clears only what values occupy.
 using FieldProducer = int32_t (*)(const void* context, char* dst, int32_t room);
 
 inline bool spanUsable(TextSpan span) { return span.data != nullptr && span.length >= 1; }

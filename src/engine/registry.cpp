@@ -6,6 +6,7 @@
 #include "documents/cac.h"
 #include "documents/hc.h"
 #include "documents/mrz.h"
+#include "documents/national.h"
 #include "engine/framers.h"
 
 namespace orvane {
@@ -54,6 +55,14 @@ constexpr FormatDescriptor kFormatRegistry[] = {
     {kGroupCommonAccessCard, 54, frameBarcodeText, parseCacFormat54, nullptr, nullptr},
     {kGroupCommonAccessCard, 53, frameBarcodeText, parseCacFormat53, nullptr, nullptr},
     {kGroupCommonAccessCard, 55, frameBarcodeText, parseCacFormat55, nullptr, nullptr},
+    {kGroupNational, 56, framePassThrough, parseGuatemalaLicence, "GTM", nullptr},
+    {kGroupNational, 57, framePassThrough, parsePuertoRicoLicence, "PRI", nullptr},
+    {kGroupNational, 58, framePassThrough, parsePanamaLicence, "PAN", nullptr},
+    {kGroupNational, 59, framePassThrough, parseSouthAfricaIdentity, "ZAF", nullptr},
+    {kGroupNational, 60, framePassThrough, parseMexicoElements, "MEX", nullptr},
+    {kGroupNational, 61, frameLatin1, parseMexicoLatin1Text, "MEX", nullptr},
+    {kGroupNational, 62, framePassThrough, parseVirginIslandsLicence, nullptr, nullptr},
+    {kGroupNational, 63, framePassThrough, parseVirginIslandsLicenceDtt, nullptr, nullptr},
     {kGroupMrz, 64, frameMrz, parseMrzFormat64, nullptr, nullptr},
     {kGroupMrz, 65, frameMrz, parseMrzFormat65, nullptr, nullptr},
     {kGroupMrz, 66, frameMrz, parseMrzFormat66, nullptr, nullptr},

@@ -12,8 +12,18 @@ int32_t compareBytes(char a, char b) {
     return static_cast<signed char>(a) < static_cast<signed char>(b) ? -1 : 1;
 }
 
-bool matchesAt(const char* text, TextSpan pattern) {
-    return std::memcmp(text, pattern.data, static_cast<size_t>(pattern.length)) == 0;
+// First occurrence of the pattern in text[from, length), or -1; memchr finds the
+// candidates so that text without the pattern's first byte is skipped quickly.
+int32_t findFrom(const char* text, int32_t length, int32_t from, TextSpan pattern) {
+    const size_t rest = static_cast<size_t>(pattern.length - 1);
+    while (length - from >= pattern.length) {
+        const void* hit = std::memchr(text + from, pattern.data[0], static_cast<size_t>(length - from - static_cast<int32_t>(rest)));
+        if (hit == nullptr) return -1;
+        const int32_t at = static_cast<int32_t>(static_cast<const char*>(hit) - text);
+        if (std::memcmp(text + at + 1, pattern.data + 1, rest) == 0) return at;
+        from = at + 1;
+    }
+    return -1;
 }
 
 }  // namespace
@@ -94,7 +104,13 @@ int32_t nextToken(TextSpan span, TextSpan* token, TextSpan* rest, const char* de
         }
     }
     int32_t end = start;
-    while (end < span.length && !charInSet(span.data[end], set)) ++end;
+    if (set[0] != '\0' && set[1] == '\0') {
+        // One delimiter: let memchr find it.
+        const void* hit = std::memchr(span.data + start, set[0], static_cast<size_t>(span.length - start));
+        end = hit != nullptr ? static_cast<int32_t>(static_cast<const char*>(hit) - span.data) : span.length;
+    } else {
+        while (end < span.length && !charInSet(span.data[end], set)) ++end;
+    }
     *token = TextSpan{span.data + start, end - start};
     const int32_t next = end < span.length ? end + 1 : end;
     *rest = TextSpan{span.data + next, span.length - next};
@@ -155,12 +171,8 @@ bool spanInList(TextSpan span, const char* const* words, int32_t wordCount) {
 }
 
 int32_t spanFind(TextSpan haystack, TextSpan needle) {
-    if (!spanUsable(haystack) || !spanUsable(needle) || needle.length > haystack.length) return -1;
-    const int32_t last = haystack.length - needle.length;
-    for (int32_t i = 0; i <= last; ++i) {
-        if (haystack.data[i] == needle.data[0] && matchesAt(haystack.data + i, needle)) return i;
-    }
-    return -1;
+    if (!spanUsable(haystack) || !spanUsable(needle)) return -1;
+    return findFrom(haystack.data, haystack.length, 0, needle);
 }
 
 int32_t replaceAll(char* buffer, int32_t used, int32_t capacity, TextSpan pattern,
@@ -171,32 +183,24 @@ int32_t replaceAll(char* buffer, int32_t used, int32_t capacity, TextSpan patter
         // Never grows: one forward pass with the write position behind the read position.
         int32_t write = 0;
         int32_t read = 0;
-        while (read < used) {
-            if (read + pattern.length <= used && matchesAt(buffer + read, pattern)) {
-                std::memmove(buffer + write, replacement.data, static_cast<size_t>(replacementLength));
-                write += replacementLength;
-                read += pattern.length;
-            } else {
-                buffer[write++] = buffer[read++];
-            }
+        for (int32_t at; (at = findFrom(buffer, used, read, pattern)) >= 0; read = at + pattern.length) {
+            std::memmove(buffer + write, buffer + read, static_cast<size_t>(at - read));
+            write += at - read;
+            std::memcpy(buffer + write, replacement.data, static_cast<size_t>(replacementLength));
+            write += replacementLength;
         }
-        return write;
+        std::memmove(buffer + write, buffer + read, static_cast<size_t>(used - read));
+        return write + used - read;
     }
     // Grows: shift the tail for each occurrence while the capacity allows it.
     const int32_t growth = replacementLength - pattern.length;
     int32_t length = used;
-    int32_t pos = 0;
-    while (pos + pattern.length <= length) {
-        if (!matchesAt(buffer + pos, pattern)) {
-            ++pos;
-            continue;
-        }
+    for (int32_t at = 0; (at = findFrom(buffer, length, at, pattern)) >= 0; at += replacementLength) {
         if (length + growth > capacity) break;
-        const int32_t tail = pos + pattern.length;
+        const int32_t tail = at + pattern.length;
         std::memmove(buffer + tail + growth, buffer + tail, static_cast<size_t>(length - tail));
-        std::memcpy(buffer + pos, replacement.data, static_cast<size_t>(replacementLength));
+        std::memcpy(buffer + at, replacement.data, static_cast<size_t>(replacementLength));
         length += growth;
-        pos += replacementLength;
     }
     return length;
 }

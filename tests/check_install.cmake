@@ -1,0 +1,53 @@
+# Installs the build into a private prefix and builds a consumer against it twice: with
+# find_package(OrvaneParser) and with pkg-config. Both must parse a sample.
+set(prefix ${WORK}/prefix)
+file(REMOVE_RECURSE ${WORK})
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix} RESULT_VARIABLE status OUTPUT_QUIET)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "cmake --install failed")
+endif()
+file(GLOB_RECURSE installed RELATIVE ${prefix} ${prefix}/*)
+foreach(expected "include/orvane_parser.h" "liborvane_parser.so.1.26.0" "liborvane_parser.so.1" "liborvane_parser.so"
+                 "OrvaneParserConfig.cmake" "orvane_parser.pc" "bin/orvane-parse")
+  string(FIND "${installed}" "${expected}" at)
+  if(at EQUAL -1)
+    message(FATAL_ERROR "${expected} is not installed: ${installed}")
+  endif()
+endforeach()
+
+execute_process(COMMAND ${CMAKE_COMMAND} -S ${SOURCE}/tests/consumer -B ${WORK}/cmake-consumer
+                        -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_TYPE=Release
+                RESULT_VARIABLE status OUTPUT_QUIET)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "the consumer does not configure with find_package")
+endif()
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK}/cmake-consumer RESULT_VARIABLE status OUTPUT_QUIET)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "the consumer does not build with find_package")
+endif()
+execute_process(COMMAND ${WORK}/cmake-consumer/consumer ${SAMPLE} OUTPUT_VARIABLE name RESULT_VARIABLE status)
+if(NOT status EQUAL 0 OR NOT name MATCHES "JORDAN")
+  message(FATAL_ERROR "the find_package consumer did not parse the sample: ${status} ${name}")
+endif()
+
+file(GLOB_RECURSE pc_files ${prefix}/*/orvane_parser.pc)
+list(GET pc_files 0 pc_file)
+get_filename_component(pc_dir ${pc_file} DIRECTORY)
+set(ENV{PKG_CONFIG_PATH} ${pc_dir})
+execute_process(COMMAND pkg-config --cflags --libs orvane_parser OUTPUT_VARIABLE flags RESULT_VARIABLE status
+                OUTPUT_STRIP_TRAILING_WHITESPACE)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "pkg-config does not know orvane_parser")
+endif()
+separate_arguments(flags UNIX_COMMAND "${flags}")
+string(REGEX MATCH "-L[^ ;]+" libdir_flag "${flags}")
+string(SUBSTRING "${libdir_flag}" 2 -1 libdir)
+execute_process(COMMAND ${CC} ${SOURCE}/tests/consumer/consumer.c ${flags} -Wl,-rpath,${libdir} -o ${WORK}/pc-consumer
+                RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "the consumer does not build with pkg-config flags: ${flags}")
+endif()
+execute_process(COMMAND ${WORK}/pc-consumer ${SAMPLE} OUTPUT_VARIABLE name RESULT_VARIABLE status)
+if(NOT status EQUAL 0 OR NOT name MATCHES "JORDAN")
+  message(FATAL_ERROR "the pkg-config consumer did not parse the sample: ${status} ${name}")
+endif()
