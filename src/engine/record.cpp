@@ -60,7 +60,8 @@ int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceS
     const bool collapsing = hasMembers(collapseSet);
     if (!replacing && !collapsing) {
         const int32_t n = span.length < cap ? span.length : cap;
-        std::memcpy(dst, span.data, static_cast<size_t>(n));
+        // In-place joins copy a span onto the text it came from.
+        std::memmove(dst, span.data, static_cast<size_t>(n));
         return n;
     }
     int32_t written = 0;
