@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>

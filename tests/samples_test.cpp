@@ -4,6 +4,7 @@
 // means the getter gives no answer.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>

@@ -172,5 +172,34 @@ TEST(Base32Hex, DigitsEndMarkAndRefusals) {
     EXPECT_EQ(decodeBase32Hex(TextSpan{nullptr, 0}, &value), -21);
 }
 
+// Which stripe field may hold each character: city, name, address ("^" and "?" end every
+// field, so no class may hold them).
+TEST(StripeCharacterClasses, MembersPerField) {
+    struct Case {
+        int c;
+        bool city;
+        bool name;
+        bool address;
+    };
+    const Case cases[] = {
+        {'A', true, true, true},    {'z', true, true, true},   {' ', true, true, true},
+        {'.', true, true, true},    {'-', true, true, true},   {'\'', true, true, true},
+        {'/', true, false, true},   {'\t', true, false, true}, {'$', false, true, true},
+        {',', false, true, true},   {'7', false, false, true}, {'#', false, false, true},
+        {'^', false, false, false}, {'?', false, false, false}, {'%', false, false, false},
+        {';', false, false, false}, {'=', false, false, false}, {0, false, false, false},
+        {0xC9, false, false, false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.c);
+        EXPECT_EQ(isStripeCityChar(c.c) != 0, c.city);
+        EXPECT_EQ(isStripeNameChar(c.c) != 0, c.name);
+        EXPECT_EQ(isStripeAddressChar(c.c) != 0, c.address);
+    }
+    // Every replace character belongs to its field's class, or it could never be replaced.
+    for (const char* r = kStripeCityReplaceChars; *r != '\0'; ++r) EXPECT_TRUE(isStripeCityChar(*r)) << *r;
+    for (const char* r = kStripeAddressReplaceChars; *r != '\0'; ++r) EXPECT_TRUE(isStripeAddressChar(*r)) << *r;
+}
+
 }  // namespace
 }  // namespace orvane

@@ -59,8 +59,8 @@ int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceS
     const bool replacing = hasMembers(replaceSet);
     const bool collapsing = hasMembers(collapseSet);
     if (!replacing && !collapsing) {
+        // memmove: callers may copy a text onto itself, a little earlier in the buffer.
         const int32_t n = span.length < cap ? span.length : cap;
-        // In-place joins copy a span onto the text it came from.
         std::memmove(dst, span.data, static_cast<size_t>(n));
         return n;
     }

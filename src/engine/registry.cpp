@@ -8,6 +8,7 @@
 #include "documents/mrz.h"
 #include "documents/national.h"
 #include "engine/framers.h"
+#include "stripe/variants.h"
 
 namespace orvane {
 namespace {
@@ -16,6 +17,23 @@ namespace {
 // wins, so rows stay in this order even where it is not the order of format numbers.
 constexpr FormatDescriptor kFormatRegistry[] = {
     // group, format, framer, reader, expected country, expected jurisdiction
+    {kGroupStripe, 0, frameBarcodeText, parseStripeFormat0, nullptr, nullptr},
+    {kGroupStripe, 1, frameBarcodeText, parseStripeFormat1, nullptr, nullptr},
+    {kGroupStripe, 2, frameBarcodeText, parseStripeFormat2, nullptr, nullptr},
+    {kGroupStripe, 4, frameBarcodeText, parseStripeFormat4, nullptr, nullptr},
+    {kGroupStripe, 5, frameBarcodeText, parseStripeFormat5, nullptr, nullptr},
+    {kGroupStripe, 6, frameBarcodeText, parseStripeFormat6, nullptr, nullptr},
+    {kGroupStripe, 9, frameBarcodeText, parseStripeFormat9, nullptr, nullptr},
+    {kGroupStripe, 11, frameBarcodeText, parseStripeFormat11, nullptr, nullptr},
+    {kGroupStripe, 3, frameBarcodeText, parseStripeFormat3, nullptr, nullptr},
+    {kGroupStripe, 7, frameBarcodeText, parseStripeFormat7, nullptr, nullptr},
+    {kGroupStripe, 8, frameBarcodeText, parseStripeFormat8, "CAN", nullptr},
+    {kGroupStripe, 10, frameBarcodeText, parseStripeFormat10, nullptr, nullptr},
+    {kGroupStripe, 12, frameBarcodeText, parseStripeFormat12, nullptr, nullptr},
+    {kGroupStripe, 13, frameBarcodeText, parseStripeFormat13, nullptr, nullptr},
+    {kGroupStripe, 14, frameBarcodeText, parseStripeFormat14, nullptr, nullptr},
+    {kGroupStripe, 15, frameBarcodeText, parseStripeFormat15, "AUS", nullptr},
+    {kGroupStripe, 16, frameBarcodeText, parseStripeFormat16, nullptr, nullptr},
     {kGroupAamva, 40, frameBarcodeText, parseAamvaFormat40, nullptr, nullptr},
     {kGroupAamva, 17, frameBarcodeText, parseAamvaFormat17, nullptr, nullptr},
     {kGroupAamva, 18, frameBarcodeText, parseAamvaFormat18, nullptr, nullptr},

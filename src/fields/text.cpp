@@ -42,6 +42,16 @@ int isDigitOrPoint(int c) { return isAsciiDigit(c) || c == '.'; }
 int isWordChar(int c) { return isAsciiAlnum(c) || c == '_' || isAsciiSpace(c); }
 int isWhiteSpace(int c) { return isAsciiSpace(c); }
 
+int isStripeCityChar(int c) {
+    return isAsciiAlpha(c) || c == ' ' || c == '\t' || charInSet(static_cast<char>(c), ".-'/");
+}
+int isStripeNameChar(int c) {
+    return isAsciiAlpha(c) || c == ' ' || charInSet(static_cast<char>(c), "$,.-'");
+}
+int isStripeAddressChar(int c) {
+    return isAsciiAlnum(c) || c == ' ' || c == '\t' || charInSet(static_cast<char>(c), "$,.-'#/");
+}
+
 void trimLeadingIf(TextSpan* span, CharTest test) {
     if (span == nullptr || span->data == nullptr || test == nullptr) return;
     while (span->length > 0 && test(static_cast<unsigned char>(span->data[0]))) {

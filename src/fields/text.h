@@ -41,6 +41,18 @@ inline constexpr const char* kGivenNameDelimiters = " ,$@";
 inline constexpr const char* kPartDelimiters = ",$@";
 inline constexpr const char* kBlank = " ";
 
+// Characters that the city, name and address fields of a licence stripe's first track
+// carry. Letters and blanks everywhere; the city adds the punctuation of place names,
+// the name adds "$" between its parts, the address adds digits, "$" between its lines
+// and the punctuation of street addresses. None holds "^" or "?": they end the fields.
+int isStripeCityChar(int c);     // letters, blank, tab, . - ' /
+int isStripeNameChar(int c);     // letters, blank, $ , . - '
+int isStripeAddressChar(int c);  // letters, digits, blank, tab, $ , . - ' # /
+// Read as a blank when a stripe's city or address is stored: a slash or tab between two
+// words of a city, "$" between two address lines.
+inline constexpr const char* kStripeCityReplaceChars = "/\t";
+inline constexpr const char* kStripeAddressReplaceChars = "$\t";
+
 // Flags of nextToken/splitTokens and spanCompare.
 inline constexpr int kSkipEmptyTokens = 1;
 inline constexpr int kIgnoreCase = 1;
