@@ -84,4 +84,29 @@ inline void runWorkerCases(const std::vector<WorkerCase>& cases) {
     }
 }
 
+// A table row for a format reader: the status it must answer for the input and the
+// slots it must leave as given ("" for an empty slot).
+struct ReaderCase {
+    const char* name;
+    FormatParser reader;
+    std::string input;
+    int32_t status;
+    std::vector<Slot> slots;
+    int32_t workCapacity = 4096;
+};
+
+// Runs each reader on its own copy of the input, since readers may rewrite it.
+inline void runReaderCases(const std::vector<ReaderCase>& cases, const ParseClock* clock = nullptr) {
+    for (const ReaderCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        RecordWithBuffer r(c.workCapacity);
+        std::string text = c.input;
+        EXPECT_EQ(c.reader(text.data(), static_cast<int32_t>(text.size()), r.get(), clock), c.status);
+        for (const Slot& slot : c.slots) {
+            SCOPED_TRACE(slot.id);
+            EXPECT_EQ(slotText(r.record, slot.id), slot.value);
+        }
+    }
+}
+
 }  // namespace orvane::testing

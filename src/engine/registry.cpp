@@ -3,6 +3,9 @@
 #include <iterator>
 
 #include "aamva/variants.h"
+#include "documents/cac.h"
+#include "documents/hc.h"
+#include "documents/mrz.h"
 #include "documents/national.h"
 #include "engine/framers.h"
 #include "stripe/variants.h"
@@ -62,6 +65,14 @@ constexpr FormatDescriptor kFormatRegistry[] = {
     {kGroupAamva, 44, frameBarcodeText, parseAamvaFormat44, nullptr, nullptr},
     {kGroupAamva, 46, frameBarcodeText, parseAamvaFormat46, nullptr, nullptr},
     {kGroupAamva, 47, frameBarcodeText, parseAamvaFormat47, "CAN", "AB"},
+    {kGroupRegional, 48, framePassThrough, parseHcFormat48, nullptr, nullptr},
+    {kGroupRegional, 49, frameBarcodeText, parseHcFormat49, nullptr, nullptr},
+    {kGroupRegional, 50, frameBarcodeText, parseHcFormat50, nullptr, nullptr},
+    {kGroupCommonAccessCard, 51, frameBarcodeText, parseCacFormat51, nullptr, nullptr},
+    {kGroupCommonAccessCard, 52, frameBarcodeText, parseCacFormat52, nullptr, nullptr},
+    {kGroupCommonAccessCard, 54, frameBarcodeText, parseCacFormat54, nullptr, nullptr},
+    {kGroupCommonAccessCard, 53, frameBarcodeText, parseCacFormat53, nullptr, nullptr},
+    {kGroupCommonAccessCard, 55, frameBarcodeText, parseCacFormat55, nullptr, nullptr},
     {kGroupNational, 56, framePassThrough, parseGuatemalaLicence, "GTM", nullptr},
     {kGroupNational, 57, framePassThrough, parsePuertoRicoLicence, "PRI", nullptr},
     {kGroupNational, 58, framePassThrough, parsePanamaLicence, "PAN", nullptr},
@@ -70,6 +81,10 @@ constexpr FormatDescriptor kFormatRegistry[] = {
     {kGroupNational, 61, frameLatin1, parseMexicoLatin1Text, "MEX", nullptr},
     {kGroupNational, 62, framePassThrough, parseVirginIslandsLicence, nullptr, nullptr},
     {kGroupNational, 63, framePassThrough, parseVirginIslandsLicenceDtt, nullptr, nullptr},
+    {kGroupMrz, 64, frameMrz, parseMrzFormat64, nullptr, nullptr},
+    {kGroupMrz, 65, frameMrz, parseMrzFormat65, nullptr, nullptr},
+    {kGroupMrz, 66, frameMrz, parseMrzFormat66, nullptr, nullptr},
+    {kGroupMrz, 67, frameMrz, parseMrzFormat67, nullptr, nullptr},
 };
 
 }  // namespace

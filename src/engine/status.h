@@ -24,6 +24,7 @@ inline constexpr int32_t kErrSubfileLength = -10;     // subfile length unusable
 inline constexpr int32_t kErrJurisdictionIsNc = -12;  // jurisdiction is NC where it must not be
 inline constexpr int32_t kErrJurisdictionNotNc = -13; // jurisdiction is not NC where it must be
 inline constexpr int32_t kErrCacVariant = -14;        // Common Access Card variant marker wrong
+inline constexpr int32_t kErrTrackBoundary = -11;     // stripe tracks not separated by "?;" where needed
 inline constexpr int32_t kErrBadDigit = -11;          // a number holds a character outside its digits
 inline constexpr int32_t kErrFraming = -20;           // framing of the input does not fit
 inline constexpr int32_t kErrUnknownFormat = -22;     // format number not in the version table
