@@ -21,3 +21,11 @@ execute_process(COMMAND ${TOOL} --help OUTPUT_VARIABLE out RESULT_VARIABLE statu
 if(NOT status EQUAL 0 OR NOT out MATCHES "--symbol")
   message(FATAL_ERROR "--help must explain the options")
 endif()
+execute_process(COMMAND ${TOOL} ${SOURCE}/samples/mrz-passport.txt ${SOURCE}/tests/data/mrz/passport-wrong-number-check-digit.txt
+                OUTPUT_VARIABLE out RESULT_VARIABLE status)
+foreach(expected "\"formatId\":64" "\"mrzCheckDigits\":\"valid\"" "\"mrzCheckDigits\":\"invalid\",\"mrzCheckDigitFailure\":\"documentNumber\"")
+  string(FIND "${out}" "${expected}" at)
+  if(at EQUAL -1)
+    message(FATAL_ERROR "missing ${expected} in: ${out}")
+  endif()
+endforeach()

@@ -9,6 +9,9 @@
 #include <vector>
 
 #include "answer_table.h"
+#include "api/handle.h"
+#include "documents/mrz_check_digits.h"
+#include "engine/registry.h"
 #include "json_text.h"
 #include "orvane_parser.h"
 
@@ -37,9 +40,10 @@ void printUsage(FILE* out) {
         "Parses each FILE (standard input when none is given, or for \"-\") as one scanned\n"
         "input, byte for byte: the text of a PDF417 barcode, a magnetic stripe or a\n"
         "machine-readable zone. Prints one JSON object per input on standard output: the\n"
-        "parse status, every field the library answers (under the names of the Java result\n"
-        "object), the flags as 0 or 1, and the checks as \"valid\", \"invalid\" or\n"
-        "\"not checkable\".\n"
+        "parse status, the format that read it (formatGroup, formatId), every field the\n"
+        "library answers (under the names of the Java result object), the flags as 0 or 1,\n"
+        "the checks as \"valid\", \"invalid\" or \"not checkable\", and for machine-readable\n"
+        "zones whether their check digits hold (mrzCheckDigits, mrzCheckDigitFailure).\n"
         "\n"
         "  --symbol C,R,L  also check that a PDF417 symbol of C data columns, R rows and\n"
         "                  error-correction level L is one the jurisdiction prints\n"
@@ -112,7 +116,25 @@ void appendCheck(std::string* json, const char* name, int result, int status) {
     appendJsonString(json, checkVerdict(status));
 }
 
+// The check digits of a machine-readable zone; they do not change any answer.
+void appendZoneCheckDigits(const std::vector<unsigned char>& bytes, std::string* json) {
+    orvane::MrzCheckReport report{};
+    const int verdict = orvane::checkMrzDigits(reinterpret_cast<const char*>(bytes.data()),
+                                               static_cast<int>(bytes.size()), &report);
+    if (verdict < 0) return;
+    appendMember(json, "mrzCheckDigits");
+    appendJsonString(json, verdict == 1 ? "valid" : "invalid");
+    if (report.firstFailure != nullptr) {
+        appendMember(json, "mrzCheckDigitFailure");
+        appendJsonString(json, report.firstFailure);
+    }
+}
+
 void appendAnswers(SVT_ParserHandle* handle, const Symbol& symbol, std::string* json) {
+    appendMember(json, "formatGroup");
+    json->append(std::to_string(handle->record.formatGroup));
+    appendMember(json, "formatId");
+    json->append(std::to_string(handle->record.formatId));
     char buffer[4096];
     for (const auto& answer : kTextAnswers) {
         if (answer.getter(handle, buffer, sizeof buffer) != SVT_OK || buffer[0] == '\0') continue;
@@ -152,7 +174,10 @@ int parseOne(SVT_ParserHandle* handle, const char* source, FILE* in, const Symbo
     std::string json = "{\"input\":";
     appendJsonString(&json, source);
     json += ",\"status\":" + std::to_string(status);
-    if (status == SVT_OK) appendAnswers(handle, symbol, &json);
+    if (status == SVT_OK) {
+        appendAnswers(handle, symbol, &json);
+        if (handle->record.formatGroup == orvane::kGroupMrz) appendZoneCheckDigits(bytes, &json);
+    }
     json += "}";
     std::printf("%s\n", json.c_str());
     if (status != SVT_OK) {
