@@ -35,19 +35,6 @@ bool isNumericHeaderChar(char c) {
            c == '+' || c == '-';
 }
 
-// Reads like strtol: leading white space, an optional sign, then digits up to the
-// first other character; no digits read as 0.
-int32_t leadingInteger(const char* text) {
-    const char* p = text;
-    while (isAsciiSpace(static_cast<unsigned char>(*p))) ++p;
-    bool negative = false;
-    if (*p == '+' || *p == '-') negative = *p++ == '-';
-    int64_t value = 0;
-    while (isAsciiDigit(static_cast<unsigned char>(*p)) && value < INT32_MAX) value = value * 10 + (*p++ - '0');
-    if (value > INT32_MAX) value = INT32_MAX;
-    return static_cast<int32_t>(negative ? -value : value);
-}
-
 // Applies every pair of the key, in table order: through the table's key index when it
 // has one (pairs past tableSize are not the table's), else by walking the table.
 void storeElement(AamvaParser& p, uint32_t key, TextSpan value, const PairEntry* table, int32_t tableSize,
@@ -84,7 +71,8 @@ bool readHeaderNumber(TextSpan payload, uint32_t offset, uint32_t length, int32_
     for (uint32_t i = 0; i < n && field[i] != '\0'; ++i) {
         if (!isNumericHeaderChar(field[i])) return false;
     }
-    *value = leadingInteger(field);
+    const int64_t number = readLeadingInteger(TextSpan{field, static_cast<int32_t>(std::strlen(field))});
+    *value = static_cast<int32_t>(number > INT32_MAX ? INT32_MAX : number < -INT32_MAX ? -INT32_MAX : number);
     return true;
 }
 

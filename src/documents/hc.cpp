@@ -1,5 +1,7 @@
 #include "documents/hc.h"
 
+#include <cstring>
+
 #include <iterator>
 
 #include "documents/segment_engine.h"
@@ -15,23 +17,8 @@ constexpr const char* kCountryCanada = "CAN";
 
 // ---- Shared date handling
 
-// Reads a number the way the C library's strtol does: leading blanks and a sign
-// accepted, stopping at the first non-digit; no digits read as 0.
-int32_t readLeadingNumber(TextSpan text) {
-    int32_t i = 0;
-    while (i < text.length && isAsciiSpace(static_cast<unsigned char>(text.data[i]))) ++i;
-    bool negative = false;
-    if (i < text.length && (text.data[i] == '+' || text.data[i] == '-')) negative = text.data[i++] == '-';
-    int32_t value = 0;
-    // The fields are at most four characters long, so the value cannot overflow.
-    while (i < text.length && isAsciiDigit(static_cast<unsigned char>(text.data[i]))) {
-        value = value * 10 + (text.data[i++] - '0');
-    }
-    return negative ? -value : value;
-}
-
 int32_t numberAt(TextSpan text, int32_t from, int32_t length) {
-    return readLeadingNumber(TextSpan{text.data + from, length});
+    return static_cast<int32_t>(readLeadingInteger(TextSpan{text.data + from, length}));
 }
 
 // Stores the date only when it can be one; otherwise the field stays empty.
@@ -289,8 +276,9 @@ constexpr int32_t kKeywordLength = 4;
 constexpr int32_t kMinimumKeywords = 2;
 
 const HcKeyword* findKeyword(TextSpan word) {
+    if (word.length != kKeywordLength) return nullptr;
     for (const HcKeyword& k : kKeywords) {
-        if (spanEquals(word, k.keyword) == 0) return &k;
+        if (std::memcmp(word.data, k.keyword, kKeywordLength) == 0) return &k;
     }
     return nullptr;
 }

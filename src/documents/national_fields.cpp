@@ -135,7 +135,8 @@ FieldSlot* setFieldDateText(ParsedRecord* record, FieldId id, const DateValue& d
 void foldLatin1InPlace(char* text, int32_t length) {
     if (text == nullptr) return;
     for (int32_t i = 0; i < length; ++i) {
-        text[i] = static_cast<char>(foldLatin1(static_cast<unsigned char>(text[i])));
+        const unsigned char c = static_cast<unsigned char>(text[i]);
+        if (c >= 0xA0) text[i] = static_cast<char>(foldLatin1(c));  // ASCII stays as it is
     }
 }
 

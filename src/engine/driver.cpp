@@ -33,41 +33,82 @@ struct ParseRun {
     int32_t room;          // what framers may fill: the scratch buffer less one byte
     int32_t scoringRoom;   // what the scoring derivers may fill
     unsigned char upper[256];
-    const char* framedBarcode;  // the upper-cased barcode framing, or null
-    int32_t framedBarcodeLength;
+    bool asciiUpperCase;
+    Framer keptFramer;          // the framer whose upper-cased output is kept, or null
+    const char* keptText;
+    int32_t keptLength;
     bool recordIsReset;         // no setter has stored a value since the last reset
 };
 
-// The C library's upper-case mapping, read once per parse into a table.
-void readUpperCaseTable(unsigned char* upper) {
-    for (int c = 0; c < 256; ++c) upper[c] = static_cast<unsigned char>(std::toupper(c));
+// The C library's upper-case mapping, read once per parse into a table; true when it is
+// the plain ASCII one, as in the "C" locale and most others.
+bool readUpperCaseTable(unsigned char* upper) {
+    bool ascii = true;
+    for (int c = 0; c < 256; ++c) {
+        upper[c] = static_cast<unsigned char>(std::toupper(c));
+        const int plain = (c >= 'a' && c <= 'z') ? c - 'a' + 'A' : c;
+        ascii = ascii && upper[c] == plain;
+    }
+    return ascii;
 }
 
-void upperCaseInPlace(const unsigned char* upper, char* text, int32_t length) {
-    for (int32_t i = 0; i < length; ++i) text[i] = static_cast<char>(upper[static_cast<unsigned char>(text[i])]);
+// Flips a-z to A-Z eight bytes at a time; other bytes, high ones included, stay.
+void asciiUpperCase(char* text, int32_t length) {
+    constexpr uint64_t kOnes = 0x0101010101010101ull;
+    constexpr uint64_t kHigh = 0x8080808080808080ull;
+    int32_t i = 0;
+    for (; i + 8 <= length; i += 8) {
+        uint64_t word;
+        std::memcpy(&word, text + i, 8);
+        const uint64_t low = word & ~kHigh;
+        const uint64_t fromA = low + (0x80 - 'a') * kOnes;      // high bit: byte >= 'a'
+        const uint64_t pastZ = low + (0x80 - 'z' - 1) * kOnes;  // high bit: byte > 'z'
+        const uint64_t lower = fromA & ~pastZ & ~word & kHigh;  // 'a'..'z', below 0x80
+        word ^= lower >> 2;                                      // 0x80 >> 2 is the case bit
+        std::memcpy(text + i, &word, 8);
+    }
+    for (; i < length; ++i) {
+        const unsigned char c = static_cast<unsigned char>(text[i]);
+        if (c >= 'a' && c <= 'z') text[i] = static_cast<char>(c - 32);
+    }
 }
 
-// Most rows frame the input as barcode text: it is framed once per parse and kept at
-// the end of the scratch buffer, from where each such row gets a fresh copy. It is kept
-// only for inputs short enough that no framer, reader or scoring deriver ever writes as
-// far as the kept text (framings grow an input by a third at most, answers stay well
-// within twice the input); longer inputs are framed anew for every row.
-void keepBarcodeFraming(ParseRun& run, int32_t length) {
+void upperCaseInPlace(const ParseRun& run, char* text, int32_t length) {
+    if (run.asciiUpperCase) {
+        asciiUpperCase(text, length);
+        return;
+    }
+    for (int32_t i = 0; i < length; ++i) text[i] = static_cast<char>(run.upper[static_cast<unsigned char>(text[i])]);
+}
+
+// Rows that share a framer get its output framed once per parse: most rows frame the
+// input as barcode text, the four zone rows as a zone. The last such framing is kept at
+// the end of the scratch buffer, from where each row gets a fresh copy. It is kept only
+// where nothing else reaches it: no framer writes more than a third beyond the input
+// (the header repairs grow it by a byte per three), no reader writes beyond its text,
+// and the scoring derivers get a room of more than twice the framed text, which their
+// answers never exceed. Longer inputs are framed anew for every row.
+bool isSharedFramer(Framer framer) { return framer == frameBarcodeText || framer == frameMrz; }
+
+void keepFraming(ParseRun& run, Framer framer, int32_t length) {
     const int64_t capacity = static_cast<int64_t>(run.room) + 1;
-    if (4 * static_cast<int64_t>(run.dataLength) + 2 > capacity) return;
-    char* kept = run.inputCopy + capacity - (length + 1);
+    const int64_t offset = capacity - (length + 1);
+    const int64_t framerReach = (4 * static_cast<int64_t>(run.dataLength)) / 3 + 2;
+    if (framerReach > offset || offset - 1 < 2 * static_cast<int64_t>(length) + 64) return;
+    char* kept = run.inputCopy + offset;
     std::memcpy(kept, run.inputCopy, static_cast<size_t>(length) + 1);
-    run.framedBarcode = kept;
-    run.framedBarcodeLength = length;
-    run.scoringRoom = static_cast<int32_t>(kept - run.inputCopy) - 1;
+    run.keptFramer = framer;
+    run.keptText = kept;
+    run.keptLength = length;
+    run.scoringRoom = static_cast<int32_t>(offset) - 1;
 }
 
 // Frames the input for the row into the scratch buffer, upper-cased except after the
 // pass-through framer.
 int32_t frameForRow(ParseRun& run, const FormatDescriptor& row, int32_t* framedLength) {
-    if (row.framer == frameBarcodeText && run.framedBarcode != nullptr) {
-        std::memcpy(run.inputCopy, run.framedBarcode, static_cast<size_t>(run.framedBarcodeLength) + 1);
-        *framedLength = run.framedBarcodeLength;
+    if (row.framer == run.keptFramer) {
+        std::memcpy(run.inputCopy, run.keptText, static_cast<size_t>(run.keptLength) + 1);
+        *framedLength = run.keptLength;
         return kOk;
     }
     int32_t length = 0;
@@ -77,8 +118,8 @@ int32_t frameForRow(ParseRun& run, const FormatDescriptor& row, int32_t* framedL
     if (length > run.room) length = run.room;
     *framedLength = length;
     if (row.framer == framePassThrough) return kOk;
-    upperCaseInPlace(run.upper, run.inputCopy, length);
-    if (row.framer == frameBarcodeText) keepBarcodeFraming(run, length);
+    upperCaseInPlace(run, run.inputCopy, length);
+    if (isSharedFramer(row.framer)) keepFraming(run, row.framer, length);
     return kOk;
 }
 
@@ -165,8 +206,8 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
         checkDriverArguments(data, dataLength, inputCopy, inputCopyCapacity, record);
     if (status != kOk) return status;
     ParseRun run{static_cast<const char*>(data), dataLength, inputCopy, inputCopyCapacity - 1,
-                 inputCopyCapacity - 1, {}, nullptr, 0, false};
-    readUpperCaseTable(run.upper);
+                 inputCopyCapacity - 1, {}, false, nullptr, nullptr, 0, false};
+    run.asciiUpperCase = readUpperCaseTable(run.upper);
     int32_t bestRow = -1;
     int32_t bestScore = kNoScore;
     for (size_t r = 0; r < rows.size(); ++r) {

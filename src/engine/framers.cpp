@@ -98,8 +98,11 @@ bool isTrackByte(char c) { return c != '\n' && c != '\0' && c != ';'; }
 void repairTrackBoundaries(char* text, int32_t n) {
     if (n <= 6) return;
     for (int32_t p = 0; p <= n - 7; ++p) {
-        if (text[p] == '?' && text[p + 1] == '*' && text[p + 2] == '\x02' && isTrackByte(text[p + 3]) &&
-            isTrackByte(text[p + 4]) && isTrackByte(text[p + 5])) {
+        const void* mark = std::memchr(text + p, '?', static_cast<size_t>(n - 6 - p));
+        if (mark == nullptr) return;
+        p = static_cast<int32_t>(static_cast<const char*>(mark) - text);
+        if (text[p + 1] == '*' && text[p + 2] == '\x02' && isTrackByte(text[p + 3]) && isTrackByte(text[p + 4]) &&
+            isTrackByte(text[p + 5])) {
             text[p + 1] = ';';
             text[p + 2] = text[p + 3] = text[p + 4] = text[p + 5] = '\0';
         }
@@ -108,6 +111,11 @@ void repairTrackBoundaries(char* text, int32_t n) {
 
 // Drops NUL bytes and turns the escapes \n and \r into the line breaks they name.
 int32_t compactEscapes(char* text, int32_t n) {
+    // Most text holds neither, and is left alone after two quick scans.
+    if (std::memchr(text, '\0', static_cast<size_t>(n)) == nullptr &&
+        std::memchr(text, '\\', static_cast<size_t>(n)) == nullptr) {
+        return n;
+    }
     int32_t kept = 0;
     for (int32_t i = 0; i < n; ++i) {
         const char c = text[i];

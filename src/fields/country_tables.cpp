@@ -527,10 +527,7 @@ bool codeEquals(TextSpan code, const char* tableCode) {
 // accepted, stopping at the first non-digit); what follows them is never looked at.
 bool readIinNumber(TextSpan iin, int64_t* number) {
     if (iin.data == nullptr || iin.length < kIinDigits) return false;
-    char digits[kIinDigits + 1];
-    std::memcpy(digits, iin.data, kIinDigits);
-    digits[kIinDigits] = '\0';
-    *number = std::strtol(digits, nullptr, 10);
+    *number = readLeadingInteger(TextSpan{iin.data, kIinDigits});
     return true;
 }
 

@@ -9,22 +9,9 @@ namespace {
 constexpr int32_t kStoredDateLength = 8;
 constexpr int32_t kFormattedDateLength = 10;  // MM/DD/YYYY
 
-// Reads one group of a stored date the way strtol reads it in base 10 when the group
-// stands alone: leading white space, an optional sign, then digits up to the first
-// other character. No digits read as 0.
+// Each group of a stored date is read as strtol reads it standing alone.
 int32_t readGroup(const char* text, int32_t length) {
-    int32_t i = 0;
-    while (i < length && isAsciiSpace(static_cast<unsigned char>(text[i]))) ++i;
-    bool negative = false;
-    if (i < length && (text[i] == '+' || text[i] == '-')) {
-        negative = text[i] == '-';
-        ++i;
-    }
-    int32_t value = 0;
-    for (; i < length && isAsciiDigit(static_cast<unsigned char>(text[i])); ++i) {
-        value = value * 10 + (text[i] - '0');
-    }
-    return negative ? -value : value;
+    return static_cast<int32_t>(readLeadingInteger(TextSpan{text, length}));
 }
 
 bool dayAndMonthInRange(int32_t day, int32_t month) {

@@ -94,8 +94,11 @@ static_assert(std::size(kNameRules) == 69);
 std::span<const NameRule> nameRuleTable() { return kNameRules; }
 
 const NameRule* nameRuleForCode(TextSpan code) {
+    // Every row but the fallback has a two-letter code, so only such a key can match one.
+    if (code.data == nullptr || code.length != 2) return &kNameRules[0];
     for (const NameRule& rule : kNameRules) {
-        if (spanEquals(code, rule.jurisdictionCode) == 0) return &rule;
+        const char* c = rule.jurisdictionCode;
+        if (c[0] != '\0' && c[0] == code.data[0] && c[1] == code.data[1] && c[2] == '\0') return &rule;
     }
     return &kNameRules[0];
 }

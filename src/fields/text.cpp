@@ -35,12 +35,6 @@ bool charInSet(char c, const char* set) {
     return false;
 }
 
-int isPrintableCode(int c) { return c >= 33 && c <= 125; }
-int isNotPrintableCode(int c) { return !isPrintableCode(c); }
-int isBlankOrNul(int c) { return c == 0 || c == ' ' || (c >= 9 && c <= 13); }
-int isDigitOrPoint(int c) { return isAsciiDigit(c) || c == '.'; }
-int isWordChar(int c) { return isAsciiAlnum(c) || c == '_' || isAsciiSpace(c); }
-int isWhiteSpace(int c) { return isAsciiSpace(c); }
 
 int isStripeCityChar(int c) {
     return isAsciiAlpha(c) || c == ' ' || c == '\t' || charInSet(static_cast<char>(c), ".-'/");
@@ -50,26 +44,6 @@ int isStripeNameChar(int c) {
 }
 int isStripeAddressChar(int c) {
     return isAsciiAlnum(c) || c == ' ' || c == '\t' || charInSet(static_cast<char>(c), "$,.-'#/");
-}
-
-void trimLeadingIf(TextSpan* span, CharTest test) {
-    if (span == nullptr || span->data == nullptr || test == nullptr) return;
-    while (span->length > 0 && test(static_cast<unsigned char>(span->data[0]))) {
-        ++span->data;
-        --span->length;
-    }
-}
-
-void trimTrailingIf(TextSpan* span, CharTest test) {
-    if (span == nullptr || span->data == nullptr || test == nullptr) return;
-    while (span->length > 0 && test(static_cast<unsigned char>(span->data[span->length - 1]))) {
-        --span->length;
-    }
-}
-
-void trimIf(TextSpan* span, CharTest test) {
-    trimLeadingIf(span, test);
-    trimTrailingIf(span, test);
 }
 
 void trimLeadingSet(TextSpan* span, const char* set) {
@@ -96,40 +70,6 @@ int32_t allChars(TextSpan span, CharTest test) {
         if (!test(static_cast<unsigned char>(span.data[i]))) return 1;
     }
     return 0;
-}
-
-int32_t nextToken(TextSpan span, TextSpan* token, TextSpan* rest, const char* delimiters,
-                  int flags) {
-    if (token == nullptr || rest == nullptr) return 0;
-    *token = TextSpan{span.data, 0};
-    *rest = TextSpan{span.data, 0};
-    if (span.data == nullptr || span.length < 1) return 0;
-    const char* set = delimiters != nullptr ? delimiters : "";
-    int32_t start = 0;
-    if (flags & kSkipEmptyTokens) {
-        while (start < span.length && charInSet(span.data[start], set)) ++start;
-        if (start == span.length) {
-            *rest = TextSpan{span.data + start, 0};
-            return 0;
-        }
-    }
-    int32_t end = start;
-    if (set[0] != '\0' && set[1] == '\0') {
-        // One delimiter: let memchr find it.
-        const void* hit = std::memchr(span.data + start, set[0], static_cast<size_t>(span.length - start));
-        end = hit != nullptr ? static_cast<int32_t>(static_cast<const char*>(hit) - span.data) : span.length;
-    } else if (set[0] != '\0' && set[2] == '\0') {
-        // Two delimiters, the usual case of barcode elements.
-        const char first = set[0];
-        const char second = set[1];
-        while (end < span.length && span.data[end] != first && span.data[end] != second) ++end;
-    } else {
-        while (end < span.length && !charInSet(span.data[end], set)) ++end;
-    }
-    *token = TextSpan{span.data + start, end - start};
-    const int32_t next = end < span.length ? end + 1 : end;
-    *rest = TextSpan{span.data + next, span.length - next};
-    return 1;
 }
 
 int32_t splitTokens(TextSpan span, TextSpan* tokens, int32_t max, const char* delimiters,
@@ -159,7 +99,16 @@ int32_t spanEquals(TextSpan span, const char* text) {
     if (span.data == nullptr || text == nullptr) {
         return (span.data == nullptr && text == nullptr) ? 0 : 1;
     }
-    return spanCompare(span, makeSpan(text), 0);
+    // The text's length is measured only as far as it matters: one past the span's.
+    int32_t bounded = 0;
+    while (bounded <= span.length && text[bounded] != '\0') ++bounded;
+    if (bounded != span.length) {
+        return span.length - (bounded < span.length ? bounded : static_cast<int32_t>(std::strlen(text)));
+    }
+    for (int32_t i = 0; i < span.length; ++i) {
+        if (span.data[i] != text[i]) return compareBytes(span.data[i], text[i]);
+    }
+    return 0;
 }
 
 int32_t spanCompare(TextSpan a, TextSpan b, int flags) {
@@ -218,6 +167,19 @@ int32_t replaceAll(char* buffer, int32_t used, int32_t capacity, TextSpan patter
         length += growth;
     }
     return length;
+}
+
+int64_t readLeadingInteger(TextSpan text) {
+    if (text.data == nullptr) return 0;
+    int32_t i = 0;
+    while (i < text.length && isAsciiSpace(static_cast<unsigned char>(text.data[i]))) ++i;
+    bool negative = false;
+    if (i < text.length && (text.data[i] == '+' || text.data[i] == '-')) negative = text.data[i++] == '-';
+    int64_t value = 0;
+    for (int32_t digits = 0; i < text.length && isAsciiDigit(static_cast<unsigned char>(text.data[i])); ++i) {
+        if (++digits <= 18) value = value * 10 + (text.data[i] - '0');
+    }
+    return negative ? -value : value;
 }
 
 int32_t decodeBase32Hex(TextSpan span, uint64_t* out) {

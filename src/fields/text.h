@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 #include "engine/record.h"
 
@@ -27,12 +28,12 @@ bool charInSet(char c, const char* set);
 
 // Predicates of the field workers. The printable range deliberately stops at 125 and
 // leaves out the blank and the tilde.
-int isPrintableCode(int c);
-int isNotPrintableCode(int c);
-int isBlankOrNul(int c);
-int isDigitOrPoint(int c);
-int isWordChar(int c);
-int isWhiteSpace(int c);
+inline int isPrintableCode(int c) { return c >= 33 && c <= 125; }
+inline int isNotPrintableCode(int c) { return !isPrintableCode(c); }
+inline int isBlankOrNul(int c) { return c == 0 || c == ' ' || (c >= 9 && c <= 13); }
+inline int isDigitOrPoint(int c) { return isAsciiDigit(c) || c == '.'; }
+inline int isWordChar(int c) { return isAsciiAlnum(c) || c == '_' || isAsciiSpace(c); }
+inline int isWhiteSpace(int c) { return isAsciiSpace(c); }
 
 // Delimiter and edge sets used across the field workers.
 inline constexpr const char* kWordDelimiters = " ,$@\t\n\r";
@@ -57,9 +58,22 @@ inline constexpr const char* kStripeAddressReplaceChars = "$\t";
 inline constexpr int kSkipEmptyTokens = 1;
 inline constexpr int kIgnoreCase = 1;
 
-void trimLeadingIf(TextSpan* span, CharTest test);
-void trimTrailingIf(TextSpan* span, CharTest test);
-void trimIf(TextSpan* span, CharTest test);
+// Inline, so that a trim with a known predicate costs no call per character.
+inline void trimLeadingIf(TextSpan* span, CharTest test) {
+    if (span == nullptr || span->data == nullptr || test == nullptr) return;
+    while (span->length > 0 && test(static_cast<unsigned char>(span->data[0]))) {
+        ++span->data;
+        --span->length;
+    }
+}
+inline void trimTrailingIf(TextSpan* span, CharTest test) {
+    if (span == nullptr || span->data == nullptr || test == nullptr) return;
+    while (span->length > 0 && test(static_cast<unsigned char>(span->data[span->length - 1]))) --span->length;
+}
+inline void trimIf(TextSpan* span, CharTest test) {
+    trimLeadingIf(span, test);
+    trimTrailingIf(span, test);
+}
 void trimLeadingSet(TextSpan* span, const char* set);
 void trimTrailingSet(TextSpan* span, const char* set);
 void trimSet(TextSpan* span, const char* set);
@@ -70,8 +84,40 @@ int32_t allChars(TextSpan span, CharTest test);
 
 // Cuts the first token of span at a delimiter; rest is what follows that delimiter.
 // Returns 1 when a token was cut, 0 when the span held none.
-int32_t nextToken(TextSpan span, TextSpan* token, TextSpan* rest, const char* delimiters,
-                  int flags);
+inline int32_t nextToken(TextSpan span, TextSpan* token, TextSpan* rest, const char* delimiters,
+                  int flags) {
+    if (token == nullptr || rest == nullptr) return 0;
+    *token = TextSpan{span.data, 0};
+    *rest = TextSpan{span.data, 0};
+    if (span.data == nullptr || span.length < 1) return 0;
+    const char* set = delimiters != nullptr ? delimiters : "";
+    int32_t start = 0;
+    if (flags & kSkipEmptyTokens) {
+        while (start < span.length && charInSet(span.data[start], set)) ++start;
+        if (start == span.length) {
+            *rest = TextSpan{span.data + start, 0};
+            return 0;
+        }
+    }
+    int32_t end = start;
+    if (set[0] != '\0' && set[1] == '\0') {
+        // One delimiter: let memchr find it.
+        const void* hit = std::memchr(span.data + start, set[0], static_cast<size_t>(span.length - start));
+        end = hit != nullptr ? static_cast<int32_t>(static_cast<const char*>(hit) - span.data) : span.length;
+    } else if (set[0] != '\0' && set[2] == '\0') {
+        // Two delimiters, the usual case of barcode elements.
+        const char first = set[0];
+        const char second = set[1];
+        while (end < span.length && span.data[end] != first && span.data[end] != second) ++end;
+    } else {
+        while (end < span.length && !charInSet(span.data[end], set)) ++end;
+    }
+    *token = TextSpan{span.data + start, end - start};
+    const int32_t next = end < span.length ? end + 1 : end;
+    *rest = TextSpan{span.data + next, span.length - next};
+    return 1;
+}
+
 // Repeated nextToken until max tokens or the end of the span; returns the count stored.
 int32_t splitTokens(TextSpan span, TextSpan* tokens, int32_t max, const char* delimiters,
                     int flags);
@@ -91,6 +137,11 @@ int32_t spanFind(TextSpan haystack, TextSpan needle);
 // the first replacement that would make the text longer than capacity.
 int32_t replaceAll(char* buffer, int32_t used, int32_t capacity, TextSpan pattern,
                    TextSpan replacement);
+
+// Reads a decimal number as the C library's strtol does in base 10: leading white
+// space, an optional sign, then digits up to the first other character; no digits read
+// as 0. Stops accumulating digits past 18 of them rather than overflow.
+int64_t readLeadingInteger(TextSpan text);
 
 // Reads base-32 digits 0-9 and A-V; "=" ends the number. 0, -11 for another
 // character, -21 for a null or empty span.
