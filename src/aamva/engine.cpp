@@ -80,7 +80,7 @@ int32_t findDataStart(TextSpan payload, int32_t fallback) {
     if (payload.data == nullptr || payload.length <= 12) return fallback;
     for (int32_t i = 0; payload.length - i >= 13; ++i) {
         const char* at = payload.data + i;
-        if (allDigits(at, 8) && isSubfileType(at + 8) && allLetters(at + 10, 3)) return i + 10;
+        if (isSubfileType(at + 8) && allDigits(at, 8) && allLetters(at + 10, 3)) return i + 10;
     }
     return fallback;
 }

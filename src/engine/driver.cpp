@@ -38,14 +38,24 @@ struct ParseRun {
     const char* keptText;
     int32_t keptLength;
     bool recordIsReset;         // no setter has stored a value since the last reset
+    int32_t snapshotRow;        // the row whose record is kept in the scratch buffer, or -1
+    const char* snapshot;
 };
 
 // The C library's upper-case mapping, read once per parse into a table; true when it is
 // the plain ASCII one, as in the "C" locale and most others.
 bool readUpperCaseTable(unsigned char* upper) {
     bool ascii = true;
+#ifdef __GLIBC__
+    // glibc's own table behind toupper, read directly: the same answers, no call per byte.
+    const int32_t* mapping = *__ctype_toupper_loc();
+#endif
     for (int c = 0; c < 256; ++c) {
+#ifdef __GLIBC__
+        upper[c] = static_cast<unsigned char>(mapping[c]);
+#else
         upper[c] = static_cast<unsigned char>(std::toupper(c));
+#endif
         const int plain = (c >= 'a' && c <= 'z') ? c - 'a' + 'A' : c;
         ascii = ascii && upper[c] == plain;
     }
@@ -100,7 +110,7 @@ void keepFraming(ParseRun& run, Framer framer, int32_t length) {
     run.keptFramer = framer;
     run.keptText = kept;
     run.keptLength = length;
-    run.scoringRoom = static_cast<int32_t>(offset) - 1;
+    if (offset - 1 < run.scoringRoom) run.scoringRoom = static_cast<int32_t>(offset) - 1;
 }
 
 // Frames the input for the row into the scratch buffer, upper-cased except after the
@@ -131,6 +141,53 @@ int32_t runRow(ParseRun& run, const FormatDescriptor& row, ParsedRecord* record,
     if (record->workUsed != 0 || !run.recordIsReset) resetRecord(record);
     run.recordIsReset = true;
     return row.parser(run.inputCopy, *framedLength, record, clock);
+}
+
+// The best record so far is kept in the scratch buffer, below where a shared framing
+// can be kept and above where any framer, reader or scoring deriver writes, so that the
+// winner need not be run again at the end. A reader's result depends only on its text
+// and the parse clock, so restoring it gives the record a second run would give.
+struct SlotPlace {
+    int32_t offset;  // into the work buffer, or -1 for an empty slot
+    int32_t length;
+};
+inline constexpr int64_t kSlotPlacesSize = static_cast<int64_t>(kFieldCount) * sizeof(SlotPlace);
+
+void keepBestRecord(ParseRun& run, const ParsedRecord* record, int32_t row) {
+    run.snapshotRow = -1;
+    const int64_t capacity = static_cast<int64_t>(run.room) + 1;
+    const int64_t framed = (4 * static_cast<int64_t>(run.dataLength)) / 3 + 3;  // any framing, with NUL
+    const int64_t end = capacity - framed;
+    const int64_t start = end - kSlotPlacesSize - record->workUsed;
+    if (start - 1 < 2 * framed + 64) return;
+    SlotPlace places[kFieldCount];
+    for (FieldId id = 0; id < kFieldCount; ++id) {
+        const FieldSlot& slot = record->fields[id];
+        if (!spanUsable(slot)) {
+            places[id] = SlotPlace{-1, 0};
+            continue;
+        }
+        const int64_t offset = slot.data - record->workBuffer;
+        if (offset < 0 || offset + slot.length > record->workUsed) return;  // not a value of the store
+        places[id] = SlotPlace{static_cast<int32_t>(offset), slot.length};
+    }
+    char* area = run.inputCopy + start;
+    std::memcpy(area, places, sizeof places);
+    std::memcpy(area + sizeof places, record->workBuffer, static_cast<size_t>(record->workUsed));
+    run.snapshot = area;
+    run.snapshotRow = row;
+    run.scoringRoom = static_cast<int32_t>(start) - 1;
+}
+
+void restoreBestRecord(const ParseRun& run, ParsedRecord* record, int32_t used) {
+    resetRecord(record);
+    SlotPlace places[kFieldCount];
+    std::memcpy(places, run.snapshot, sizeof places);
+    std::memcpy(record->workBuffer, run.snapshot + sizeof places, static_cast<size_t>(used));
+    record->workUsed = used;
+    for (FieldId id = 0; id < kFieldCount; ++id) {
+        if (places[id].offset >= 0) record->fields[id] = FieldSlot{record->workBuffer + places[id].offset, places[id].length};
+    }
 }
 
 bool allDigits(const char* text, int32_t n) {
@@ -206,10 +263,11 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
         checkDriverArguments(data, dataLength, inputCopy, inputCopyCapacity, record);
     if (status != kOk) return status;
     ParseRun run{static_cast<const char*>(data), dataLength, inputCopy, inputCopyCapacity - 1,
-                 inputCopyCapacity - 1, {}, false, nullptr, nullptr, 0, false};
+                 inputCopyCapacity - 1, {}, false, nullptr, nullptr, 0, false, -1, nullptr};
     run.asciiUpperCase = readUpperCaseTable(run.upper);
     int32_t bestRow = -1;
     int32_t bestScore = kNoScore;
+    int32_t bestUsed = 0;
     for (size_t r = 0; r < rows.size(); ++r) {
         int32_t length = 0;
         if (runRow(run, rows[r], record, clock, &length) != kOk) continue;
@@ -220,13 +278,19 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
         if (score > bestScore) {
             bestRow = static_cast<int32_t>(r);
             bestScore = score;
+            bestUsed = record->workUsed;
+            keepBestRecord(run, record, bestRow);
         }
     }
     if (bestRow < 0) return kErrNotRecognised;
     const FormatDescriptor& best = rows[static_cast<size_t>(bestRow)];
     int32_t length = 0;
-    const int32_t final = runRow(run, best, record, clock, &length);
-    if (final != kOk) return final;
+    if (run.snapshotRow == bestRow) {
+        restoreBestRecord(run, record, bestUsed);
+        if (int32_t framed = frameForRow(run, best, &length)) return framed;
+    } else if (int32_t final = runRow(run, best, record, clock, &length)) {
+        return final;
+    }
     storeAamvaVersion(inputCopy, length, record);
     record->formatGroup = best.formatGroup;
     record->formatId = best.formatId;

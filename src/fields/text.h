@@ -82,6 +82,28 @@ void trimSet(TextSpan* span, const char* set);
 // span or test.
 int32_t allChars(TextSpan span, CharTest test);
 
+// Index of the first byte equal to a or b in text[0, length), or length; eight bytes at
+// a time.
+inline int32_t findEitherByte(const char* text, int32_t length, char a, char b) {
+    constexpr uint64_t kOnes = 0x0101010101010101ull;
+    constexpr uint64_t kHigh = 0x8080808080808080ull;
+    const uint64_t repeatedA = kOnes * static_cast<unsigned char>(a);
+    const uint64_t repeatedB = kOnes * static_cast<unsigned char>(b);
+    int32_t i = 0;
+    for (; i + 8 <= length; i += 8) {
+        uint64_t word;
+        std::memcpy(&word, text + i, 8);
+        const uint64_t xa = word ^ repeatedA;
+        const uint64_t xb = word ^ repeatedB;
+        const uint64_t hit = ((xa - kOnes) & ~xa & kHigh) | ((xb - kOnes) & ~xb & kHigh);
+        if (hit != 0) break;  // the byte loop below finds which one
+    }
+    for (; i < length; ++i) {
+        if (text[i] == a || text[i] == b) return i;
+    }
+    return length;
+}
+
 // Cuts the first token of span at a delimiter; rest is what follows that delimiter.
 // Returns 1 when a token was cut, 0 when the span held none.
 inline int32_t nextToken(TextSpan span, TextSpan* token, TextSpan* rest, const char* delimiters,
@@ -106,9 +128,7 @@ inline int32_t nextToken(TextSpan span, TextSpan* token, TextSpan* rest, const c
         end = hit != nullptr ? static_cast<int32_t>(static_cast<const char*>(hit) - span.data) : span.length;
     } else if (set[0] != '\0' && set[2] == '\0') {
         // Two delimiters, the usual case of barcode elements.
-        const char first = set[0];
-        const char second = set[1];
-        while (end < span.length && span.data[end] != first && span.data[end] != second) ++end;
+        end = start + findEitherByte(span.data + start, span.length - start, set[0], set[1]);
     } else {
         while (end < span.length && !charInSet(span.data[end], set)) ++end;
     }
