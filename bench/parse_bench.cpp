@@ -6,10 +6,12 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -134,6 +136,38 @@ void registerSample(const std::string& name, const std::string& bytes) {
 
 }  // namespace
 
+// Prints what the console shows, then one Markdown table of the medians per sample:
+// parse, parse with every answer, and the ratios of parse to the copy floor and to the
+// winner alone. Run with --benchmark_repetitions so that medians exist.
+class TableReporter : public benchmark::ConsoleReporter {
+public:
+    void ReportRuns(const std::vector<Run>& runs) override {
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run& run : runs) {
+            if (run.run_type != Run::RT_Aggregate || run.aggregate_name != "median") continue;
+            const std::string name = run.run_name.function_name;
+            const size_t slash = name.find('/');
+            medians_[name.substr(slash + 1)][name.substr(0, slash)] = run.GetAdjustedRealTime();
+        }
+    }
+    void Finalize() override {
+        ConsoleReporter::Finalize();
+        std::printf("\n| sample | parse (us) | parse + answers (us) | winner only (us) | parse / floor | parse / winner |\n");
+        std::printf("|---|---:|---:|---:|---:|---:|\n");
+        for (const auto& [sample, times] : medians_) {
+            auto at = [&](const char* kind) { auto it = times.find(kind); return it == times.end() ? 0.0 : it->second; };
+            const double parse = at("parse");
+            const double floor = at("copy-floor");
+            const double winner = at("winner-only");
+            std::printf("| %s | %.2f | %.2f | %.2f | %.0f | %.1f |\n", sample.c_str(), parse / 1000, at("parse+answers") / 1000,
+                        winner / 1000, floor > 0 ? parse / floor : 0.0, winner > 0 ? parse / winner : 0.0);
+        }
+    }
+
+private:
+    std::map<std::string, std::map<std::string, double>> medians_;
+};
+
 int main(int argc, char** argv) {
     const std::vector<Sample> samples = bundledSamples();
     for (const Sample& sample : samples) registerSample(sample.name, sample.bytes);
@@ -143,7 +177,8 @@ int main(int argc, char** argv) {
         benchmark::RegisterBenchmark("parse/aamva-2013-arizona-padded-10k", parseAlone, paddedLicence(sample.bytes, 10240));
     }
     benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    TableReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
     return 0;
 }
