@@ -13,6 +13,7 @@
 
 #include "../tools/answer_table.h"
 #include "orvane_parser.h"
+#include "sample_inputs.h"
 
 extern "C" {
 void* __real_malloc(size_t size);
@@ -96,18 +97,8 @@ void askEverything(SVT_ParserHandle* handle) {
     SVT_validateBarcode(handle, 20, 15, 5, &value);
 }
 
-std::vector<std::string> sampleInputs() {
-    std::vector<std::string> inputs;
-    for (const auto& entry : std::filesystem::directory_iterator(std::string(ORVANE_SOURCE_DIR) + "/samples")) {
-        if (entry.path().extension() != ".txt") continue;
-        std::ifstream in(entry.path(), std::ios::binary);
-        inputs.emplace_back(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    }
-    return inputs;
-}
-
 TEST(Allocations, ParsesAndAnswersAllocateNothingOnceTheBuffersExist) {
-    const std::vector<std::string> inputs = sampleInputs();
+    const std::vector<std::string> inputs = orvane::testing::sampleInputs();
     ASSERT_FALSE(inputs.empty());
     SVT_ParserHandle* handle = SVT_create();
     SVT_parse(handle, "x", 1);

@@ -21,6 +21,7 @@
 #include "fields/countries.h"
 #include "fields/names.h"
 #include "peer_inputs.h"
+#include "sample_inputs.h"
 #include "test_support.h"
 
 namespace orvane {
@@ -117,22 +118,8 @@ std::string compare(const std::string& input) {
     return "";
 }
 
-std::vector<std::string> inputs() {
-    std::vector<fs::path> paths;
-    for (const auto& entry : fs::directory_iterator(fs::path(ORVANE_SOURCE_DIR) / "samples")) {
-        if (entry.path().extension() == ".txt") paths.push_back(entry.path());
-    }
-    std::sort(paths.begin(), paths.end());
-    std::vector<std::string> all;
-    for (const auto& path : paths) {
-        std::ifstream in(path, std::ios::binary);
-        all.emplace_back(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    }
-    return all;
-}
-
 TEST(DriverEquivalence, SamplesCutAndAltered) {
-    for (const std::string& sample : inputs()) {
+    for (const std::string& sample : testing::sampleInputs()) {
         SCOPED_TRACE(sample.substr(0, 30));
         ASSERT_EQ(compare(sample), "");
         for (size_t length = 1; length < sample.size(); length += 5) ASSERT_EQ(compare(sample.substr(0, length)), "") << length;
@@ -145,7 +132,7 @@ TEST(DriverEquivalence, SamplesCutAndAltered) {
 }
 
 TEST(DriverEquivalence, LongInputs) {
-    const std::string sample = inputs().front();
+    const std::string sample = testing::sampleInputs().front();
     for (size_t size : {size_t{1800}, size_t{2100}, size_t{3000}, size_t{8191}, size_t{8192}, size_t{12000}}) {
         std::string padded = sample + std::string(size > sample.size() ? size - sample.size() : 0, 'Q');
         ASSERT_EQ(compare(padded), "") << size;

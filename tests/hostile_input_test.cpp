@@ -14,26 +14,13 @@
 
 #include "answer_checks.h"
 #include "peer_inputs.h"
+#include "sample_inputs.h"
 #include "test_support.h"
 
 namespace orvane {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::vector<std::string> sampleInputs() {
-    std::vector<fs::path> paths;
-    for (const auto& entry : fs::directory_iterator(fs::path(ORVANE_SOURCE_DIR) / "samples")) {
-        if (entry.path().extension() == ".txt") paths.push_back(entry.path());
-    }
-    std::sort(paths.begin(), paths.end());
-    std::vector<std::string> inputs;
-    for (const auto& path : paths) {
-        std::ifstream in(path, std::ios::binary);
-        inputs.emplace_back(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    }
-    return inputs;
-}
 
 // Parses and asks everything; a fault description, or "".
 std::string parseAndAsk(SVT_ParserHandle* handle, const std::string& input) {
@@ -44,7 +31,7 @@ std::string parseAndAsk(SVT_ParserHandle* handle, const std::string& input) {
 
 TEST(HostileInput, EverySampleCutAtEveryLength) {
     testing::HandlePtr handle(SVT_create());
-    for (const std::string& sample : sampleInputs()) {
+    for (const std::string& sample : testing::sampleInputs()) {
         for (size_t length = 1; length <= sample.size(); ++length) {
             const std::string cut = sample.substr(0, length);
             const std::string fault = parseAndAsk(handle.get(), cut);
@@ -55,7 +42,7 @@ TEST(HostileInput, EverySampleCutAtEveryLength) {
 
 TEST(HostileInput, EverySampleWithEveryByteReplaced) {
     testing::HandlePtr handle(SVT_create());
-    for (const std::string& sample : sampleInputs()) {
+    for (const std::string& sample : testing::sampleInputs()) {
         for (char replacement : {'\0', '\x1e', '\xff', '@'}) {
             for (size_t at = 0; at < sample.size(); ++at) {
                 std::string changed = sample;
@@ -114,7 +101,7 @@ TEST(HostileInput, InputsTheFuzzerFound) {
 
 TEST(HostileInput, FailedParseThenEveryGetter) {
     testing::HandlePtr handle(SVT_create());
-    const std::string sample = sampleInputs().front();
+    const std::string sample = testing::sampleInputs().front();
     ASSERT_EQ(SVT_parse(handle.get(), sample.data(), static_cast<int>(sample.size())), SVT_OK);
     const std::string junk = "no format reads this text at all";
     EXPECT_NE(SVT_parse(handle.get(), junk.data(), static_cast<int>(junk.size())), SVT_OK);

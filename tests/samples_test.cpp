@@ -13,6 +13,7 @@
 #include <string>
 
 #include "../tools/answer_table.h"
+#include "sample_inputs.h"
 #include "test_support.h"
 
 namespace orvane {
@@ -66,17 +67,8 @@ std::string answer(SVT_ParserHandle* handle, const std::string& key, int status)
     return std::string();
 }
 
-std::vector<fs::path> sampleInputs() {
-    std::vector<fs::path> inputs;
-    for (const auto& entry : fs::directory_iterator(fs::path(ORVANE_SOURCE_DIR) / "samples")) {
-        if (entry.path().extension() == ".txt") inputs.push_back(entry.path());
-    }
-    std::sort(inputs.begin(), inputs.end());
-    return inputs;
-}
-
 TEST(Samples, EachParsesToItsExpectedAnswers) {
-    const std::vector<fs::path> inputs = sampleInputs();
+    const std::vector<fs::path> inputs = testing::samplePaths();
     ASSERT_FALSE(inputs.empty());
     testing::HandlePtr handle(SVT_create());
     for (const fs::path& input : inputs) {

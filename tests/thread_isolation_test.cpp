@@ -13,24 +13,11 @@
 
 #include "../tools/answer_table.h"
 #include "orvane_parser.h"
+#include "sample_inputs.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-std::vector<std::string> sampleInputs() {
-    std::vector<fs::path> paths;
-    for (const auto& entry : fs::directory_iterator(fs::path(ORVANE_SOURCE_DIR) / "samples")) {
-        if (entry.path().extension() == ".txt") paths.push_back(entry.path());
-    }
-    std::sort(paths.begin(), paths.end());
-    std::vector<std::string> inputs;
-    for (const auto& path : paths) {
-        std::ifstream in(path, std::ios::binary);
-        inputs.emplace_back(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    }
-    return inputs;
-}
 
 // The parse status and every answer of an input, as one text.
 std::string answersOf(SVT_ParserHandle* handle, const std::string& input) {
@@ -52,7 +39,7 @@ std::string answersOf(SVT_ParserHandle* handle, const std::string& input) {
 }
 
 TEST(ThreadIsolation, TwoHandlesOnTwoThreadsAnswerAsOneDoes) {
-    const std::vector<std::string> inputs = sampleInputs();
+    const std::vector<std::string> inputs = orvane::testing::sampleInputs();
     ASSERT_GE(inputs.size(), 2u);
     std::vector<std::string> expected;
     SVT_ParserHandle* alone = SVT_create();
