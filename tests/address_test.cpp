@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "engine/status.h"
 #include "fields/names.h"
@@ -56,8 +57,8 @@ TEST(LicenseNumber, GenericCopyAndHooks) {
     testing::runWorkerCases({
         {"as it stands", getLicenseNumber, alt, 128, " 12345678"},
         {"room is capacity - 1", getLicenseNumber, alt, 5, " 12"},
-        {"first slot wins", getLicenseNumber, {{kJur, "TX"}, {field::licenseNumberAlt, "1"}, {field::licenseNumber, "2"}},
-         128, "2"},
+        {"first slot wins", getLicenseNumber,
+         {{kJur, "TX"}, {field::licenseNumberAlt, "1"}, {field::licenseNumber, "2"}}, 128, "2"},
         // Rows whose cards print the number in groups drop the separators.
         {"WI", getLicenseNumber, {{kJur, "WI"}, {field::licenseNumber, "S530-4605-6800-00"}}, 128, "S5304605680000"},
         {"MI", getLicenseNumber, {{kJur, "MI"}, {field::licenseNumber, "A 123 456 789 012"}}, 128, "A123456789012"},
@@ -93,9 +94,8 @@ TEST(PostalCode, StoredCodes) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.jurisdiction) + " " + c.stored);
-        EXPECT_EQ(testing::ask(getPostalCode, {{kJur, c.jurisdiction}, {field::residencePostalCode, c.stored}},
-                               c.capacity),
-                  c.answer);
+        const std::vector<testing::Slot> slots = {{kJur, c.jurisdiction}, {field::residencePostalCode, c.stored}};
+        EXPECT_EQ(testing::ask(getPostalCode, slots, c.capacity), c.answer);
     }
 }
 
@@ -116,9 +116,9 @@ TEST(PostalCode, DerivedFromTheAddressLine) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.address);
-        EXPECT_EQ(testing::ask(getPostalCode, {{kJur, c.jurisdiction}, {field::city, c.city}, {field::address1, c.address}},
-                               128),
-                  c.answer);
+        const std::vector<testing::Slot> slots = {
+            {kJur, c.jurisdiction}, {field::city, c.city}, {field::address1, c.address}};
+        EXPECT_EQ(testing::ask(getPostalCode, slots, 128), c.answer);
     }
 }
 
