@@ -24,36 +24,29 @@ TEST(AnswerFlag, StoresOnlyOnSuccess) {
     value = 5;
     EXPECT_EQ(answerFlag(&handle, &value, answersNothing), kErrNoAnswer);
     EXPECT_EQ(value, 5);
-    EXPECT_EQ(answerFlag(nullptr, &value, answersOne), kErrInvalidArgument);
-    EXPECT_EQ(answerFlag(&handle, nullptr, answersOne), kErrInvalidArgument);
 }
 
-TEST(AnswerCheck, MapsResults) {
+TEST(AnswerCheck, OnlyResultsOneToThreeReachTheStatus) {
     SVT_ParserHandle handle{};
     struct Case {
         int32_t result;
         int expectedReturn;
         int expectedStatus;
     };
-    const Case cases[] = {
-        {1, kOk, 1}, {2, kOk, 2}, {3, kOk, 3}, {0, 0, 42}, {4, 4, 42}, {-21, -21, 42}, {-26, -26, 42},
-    };
+    const Case cases[] = {{1, kOk, 1}, {3, kOk, 3}, {0, 0, 42}, {4, 4, 42}, {-21, -21, 42}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.result);
         int status = 42;
         EXPECT_EQ(answerCheck(&handle, &status, [&](ParserHandle&) { return c.result; }), c.expectedReturn);
         EXPECT_EQ(status, c.expectedStatus);
     }
-    int status = 0;
-    EXPECT_EQ(answerCheck(nullptr, &status, [](ParserHandle&) { return 2; }), kErrInvalidArgument);
-    EXPECT_EQ(answerCheck(&handle, nullptr, [](ParserHandle&) { return 2; }), kErrInvalidArgument);
 }
 
 TEST(AnswerText, RefusesNullHandleAndNegativeCapacity) {
     char buffer[4];
     auto derive = [](const ParsedRecord*, char*, int32_t) -> int32_t { return kOk; };
-    EXPECT_EQ(answerText(nullptr, buffer, 4, derive), kErrInvalidArgument);
     SVT_ParserHandle handle{};
+    EXPECT_EQ(answerText(nullptr, buffer, 4, derive), kErrInvalidArgument);
     EXPECT_EQ(answerText(&handle, buffer, -1, derive), kErrInvalidArgument);
     EXPECT_EQ(answerText(&handle, buffer, 4, derive), kOk);
 }

@@ -3,44 +3,99 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <memory>
+#include <map>
+#include <set>
 #include <string>
 
-#include "api/handle.h"
 #include "engine/status.h"
 #include "test_support.h"
 
 namespace orvane {
 namespace {
 
-using testing::RecordWithBuffer;
 using testing::span;
 
 std::string str(const char* text) { return text != nullptr ? std::string(text) : std::string("(null)"); }
 
+// ---- Tables ----
+
+TEST(CountryTable, CountEndsAndOrder) {
+    const auto rows = countryRows();
+    ASSERT_EQ(rows.size(), 259u);
+    EXPECT_STREQ(rows.front().alpha3, "ABW");
+    EXPECT_STREQ(rows[257].name, "ZIMBABWE");
+    EXPECT_STREQ(rows.back().alpha3, "UTO");  // the specimen code stands after ZWE
+    std::map<std::string, int> rowsByCode;
+    for (size_t i = 0; i < rows.size(); ++i) {
+        SCOPED_TRACE(i);
+        ++rowsByCode[rows[i].alpha3];
+        EXPECT_EQ(std::strlen(rows[i].alpha3), 3u);
+        // Names are compared upper-cased, so a lower-case letter would never match.
+        for (const char* p = rows[i].name; *p != '\0'; ++p) EXPECT_FALSE(*p >= 'a' && *p <= 'z');
+        // Sorted, so that the rows of a code stand together and its first row names it.
+        if (i > 0 && i + 1 < rows.size()) EXPECT_LE(std::strcmp(rows[i - 1].alpha3, rows[i].alpha3), 0);
+    }
+    EXPECT_EQ(rowsByCode.size(), 250u);
+    EXPECT_EQ(rowsByCode["USA"], 6);
+    EXPECT_EQ(rowsByCode["VAT"], 3);
+}
+
+TEST(IinTable, CountGroupsAndEveryRowBothWays) {
+    const auto rows = iinRows();
+    ASSERT_EQ(rows.size(), 71u);
+    EXPECT_EQ(rows[0].number, 604426u);
+    EXPECT_EQ(rows[8].number, 636000u);
+    EXPECT_STREQ(rows[70].code, "VI");
+    std::set<std::string> codes;
+    for (const IinRow& row : rows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_TRUE(codes.insert(row.code).second) << "code repeats";
+        EXPECT_EQ(str(jurisdictionCodeForIin(span(row.text))), row.code);
+        EXPECT_EQ(str(iinForJurisdictionCode(span(row.code))), row.text);
+        EXPECT_NE(countryForJurisdictionCode(span(row.code)), nullptr);  // every IIN leads to a country
+    }
+}
+
+TEST(JurisdictionTable, CountCountriesAndEveryRow) {
+    const auto rows = jurisdictionRows();
+    ASSERT_EQ(rows.size(), 106u);
+    EXPECT_STREQ(rows[51].jurisdictionName, "The U.S. Department of State");
+    EXPECT_STREQ(rows[61].code, "AB");
+    std::map<std::string, int> rowsByCountry;
+    std::set<std::string> codes;
+    for (const JurisdictionRow& row : rows) {
+        SCOPED_TRACE(row.code);
+        EXPECT_TRUE(codes.insert(row.code).second) << "code repeats";
+        ++rowsByCountry[row.countryName];
+        EXPECT_EQ(str(countryForJurisdictionCode(span(row.code))), row.countryName);
+        EXPECT_EQ(str(jurisdictionNameForCode(span(row.code))), row.jurisdictionName);
+    }
+    EXPECT_EQ(rowsByCountry["United States"], 52);
+    EXPECT_EQ(rowsByCountry["Canada"], 13);
+    EXPECT_EQ(rowsByCountry["Mexico"], 32);
+    EXPECT_EQ(rowsByCountry.size(), 12u);
+}
+
 // ---- Lookups ----
 
-TEST(IinLookup, ReadsOnlyTheFirstSixCharacters) {
+TEST(IinLookup, ReadsTheFirstSixCharactersOnly) {
     struct Case {
         TextSpan iin;
         const char* code;
     };
     const Case cases[] = {
         {makeSpan("636015"), "TX"},
-        {makeSpan("6360152"), "TX"},    // the seventh character is never read
-        {makeSpan("636015XYZ"), "TX"},
-        {makeSpan("63601"), nullptr},   // too short
-        {makeSpan(" 63601"), nullptr},  // reads as 63601
-        {makeSpan("+63601"), nullptr},
-        {makeSpan("-63601"), nullptr},
-        {makeSpan("63601X"), nullptr},  // reading stops at the X
+        {makeSpan("6360152"), "TX"},       // the seventh character is never read
+        {makeSpan("63601"), nullptr},      // too short
+        {makeSpan(" 63601"), nullptr},     // reads as 63601
+        {makeSpan("63601X"), nullptr},     // reading stops at the X
         {makeSpan("636015", 5), nullptr},  // nothing beyond the span is read
-        {makeSpan("990876"), "AB"},
-        {makeSpan("604432"), "AB"},
-        {makeSpan("604426"), "PE"},
-        {makeSpan("636062"), "VI"},
-        {makeSpan("ABCDEF"), nullptr},
+        {makeSpan("990876"), "AB"},        // the second Alberta number
         {makeSpan(nullptr, 6), nullptr},
+        // Around the two groups.
+        {makeSpan("604425"), nullptr}, {makeSpan("604426"), "PE"}, {makeSpan("604434"), nullptr},
+        {makeSpan("635999"), nullptr}, {makeSpan("636062"), "VI"}, {makeSpan("636063"), nullptr},
+        {makeSpan("990875"), nullptr}, {makeSpan("990877"), nullptr},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::text(c.iin));
@@ -49,155 +104,55 @@ TEST(IinLookup, ReadsOnlyTheFirstSixCharacters) {
     }
 }
 
-TEST(IinLookup, FromJurisdictionCodeIsCaseSensitive) {
+TEST(CodeLookups, JurisdictionCodesMatchCase) {
     struct Case {
         TextSpan code;
         const char* iin;
+        const char* country;
     };
     const Case cases[] = {
-        {makeSpan("AB"), "604432"},  // the table row, not the second Alberta number
-        {makeSpan("TX"), "636015"},
-        {makeSpan("NU"), "604433"},
-        {makeSpan("VA"), "636000"},
-        {makeSpan("TXX", 2), "636015"},
-        {makeSpan("tx"), nullptr},
-        {makeSpan("Tx"), nullptr},
-        {makeSpan("TXX"), nullptr},
-        {makeSpan("T"), nullptr},
-        {makeSpan("WK"), nullptr},  // a jurisdiction without an IIN
-        {makeSpan(nullptr, 2), nullptr},
+        {makeSpan("AB"), "604432", "Canada"},  // the table row, not the second Alberta number
+        {makeSpan("GM"), "636019", "Guam"},
+        {makeSpan("TXX", 2), "636015", "United States"},
+        {makeSpan("WK"), nullptr, "Wake Island"},  // a jurisdiction without an IIN
+        {makeSpan("tx"), nullptr, nullptr},
+        {makeSpan("TXX"), nullptr, nullptr},
+        {makeSpan(nullptr, 2), nullptr, nullptr},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::text(c.code));
         EXPECT_EQ(str(iinForJurisdictionCode(c.code)), str(c.iin));
+        EXPECT_EQ(str(countryForJurisdictionCode(c.code)), str(c.country));
     }
 }
 
-TEST(JurisdictionLookup, CountryAndNameAreCaseSensitive) {
-    struct Case {
-        const char* code;
-        const char* country;
-        const char* name;
-    };
-    const Case cases[] = {
-        {"TX", "United States", "Texas"},
-        {"DS", "United States", "The U.S. Department of State"},
-        {"GM", "Guam", "Guam"},
-        {"AB", "Canada", "Alberta"},
-        {"CU", "Mexico", "Coahuila de Zaragoza"},
-        {"tx", nullptr, nullptr},
-        {"TXS", nullptr, nullptr},
-        {"ZZ", nullptr, nullptr},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.code);
-        EXPECT_EQ(str(countryForJurisdictionCode(makeSpan(c.code))), str(c.country));
-        EXPECT_EQ(str(jurisdictionNameForCode(makeSpan(c.code))), str(c.name));
-    }
-    EXPECT_EQ(countryForJurisdictionCode(makeSpan(nullptr, 2)), nullptr);
-}
-
-TEST(CountryLookup, NameForAlpha3IgnoresCase) {
+TEST(CodeLookups, CountryCodesIgnoreCaseExceptInIsCountryAlpha3) {
     struct Case {
         const char* code;
         const char* name;
     };
-    const Case cases[] = {
-        {"USA", "UNITED STATES"},  // the first of its six rows
-        {"usa", "UNITED STATES"},
-        {"uSa", "UNITED STATES"},
-        {"VAT", "VATICAN"},
-        {"CCK", "COCOS"},
-        {"UTO", "UTOPIA"},
-        {"ZWE", "ZIMBABWE"},
-        {"US", nullptr},  // a name of the table, but no code
-        {"USAA", nullptr},
-        {"XXX", nullptr},
-        {"", nullptr},
+    const Case names[] = {
+        {"uSa", "UNITED STATES"}, {"CCK", "COCOS"}, {"UTO", "UTOPIA"},
+        {"US", nullptr}, {"USAA", nullptr}, {"", nullptr},
     };
-    for (const Case& c : cases) {
+    for (const Case& c : names) {
         SCOPED_TRACE(c.code);
         EXPECT_EQ(str(countryNameForAlpha3(makeSpan(c.code))), str(c.name));
     }
-    EXPECT_EQ(countryNameForAlpha3(makeSpan(nullptr, 3)), nullptr);
-}
-
-TEST(CountryLookup, Alpha3ForNameIgnoresCaseButNotLength) {
-    struct Case {
-        const char* name;
-        const char* code;
+    const Case codes[] = {
+        {"USA", "united states"}, {"USA", "U.S.A."}, {"CCK", "Keeling Islands"}, {"CIV", "Cote d'Ivoire"},
+        {nullptr, "UNITED STATES "}, {nullptr, "UNITED"}, {nullptr, "GTM"}, {nullptr, ""}, {nullptr, nullptr},
     };
-    const Case cases[] = {
-        {"UNITED STATES", "USA"},
-        {"united states", "USA"},
-        {"United States of America", "USA"},
-        {"U.S.A.", "USA"},
-        {"usa", "USA"},
-        {"HOLY SEE", "VAT"},
-        {"malvinas", "FLK"},
-        {"Keeling Islands", "CCK"},
-        {"Cote d'Ivoire", "CIV"},
-        {"UTOPIA", "UTO"},
-        {"UNITED STATES ", nullptr},
-        {"UNITED", nullptr},
-        {"GTM", nullptr},
-        {"", nullptr},
-        {nullptr, nullptr},
-    };
-    for (const Case& c : cases) {
+    for (const Case& c : codes) {
         SCOPED_TRACE(str(c.name));
         EXPECT_EQ(str(alpha3ForCountryName(c.name)), str(c.code));
     }
-}
-
-TEST(CountryLookup, IsAlpha3IsCaseSensitive) {
-    struct Case {
-        const char* text;
-        int32_t known;
-    };
-    const Case cases[] = {
-        {"USA", 1}, {"GTM", 1}, {"UTO", 1}, {"usa", 0}, {"US", 0}, {"USAA", 0}, {"", 0}, {nullptr, 0},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(str(c.text));
-        EXPECT_EQ(isCountryAlpha3(c.text), c.known);
-    }
+    EXPECT_EQ(isCountryAlpha3("UTO"), 1);
+    EXPECT_EQ(isCountryAlpha3("usa"), 0);
+    EXPECT_EQ(isCountryAlpha3(nullptr), 0);
 }
 
 // ---- Workers ----
-
-using Worker = int32_t (*)(const ParsedRecord*, char*, int32_t);
-
-struct Slot {
-    FieldId id;
-    const char* text;  // null: slot left empty
-};
-
-struct WorkerCase {
-    const char* what;
-    Slot slots[3];
-    int32_t status;
-    const char* answer;  // checked when status is 0
-};
-
-void fill(ParsedRecord* record, const Slot (&slots)[3]) {
-    for (const Slot& s : slots) {
-        if (s.text != nullptr) ASSERT_NE(setFieldLiteral(record, s.id, s.text), nullptr);
-    }
-}
-
-template <size_t N>
-void runCases(Worker worker, const WorkerCase (&cases)[N]) {
-    for (const WorkerCase& c : cases) {
-        SCOPED_TRACE(c.what);
-        RecordWithBuffer record;
-        fill(record.get(), c.slots);
-        char buffer[64];
-        std::memset(buffer, 'X', sizeof buffer);
-        ASSERT_EQ(worker(record.get(), buffer, sizeof buffer), c.status);
-        if (c.status == kOk) EXPECT_STREQ(buffer, c.answer);
-    }
-}
 
 constexpr FieldId kIin = field::iin;
 constexpr FieldId kJur = field::jurisdictionCode;
@@ -206,192 +161,64 @@ constexpr FieldId kCountry = field::country;
 constexpr FieldId kCode = field::countryCode;
 constexpr FieldId kCodeAlt = field::countryCodeAlt;
 
-TEST(GetJurisdictionCode, FromTheSlotsElseFromTheIin) {
-    const WorkerCase cases[] = {
-        {"jurisdiction", {{kJur, "TX"}}, kOk, "TX"},
-        {"residence only", {{kResJur, "QC"}}, kOk, "QC"},
-        {"jurisdiction before residence", {{kResJur, "NJ"}, {kJur, "NY"}}, kOk, "NY"},
-        {"slot before iin", {{kJur, "NY"}, {kIin, "636015"}}, kOk, "NY"},
-        {"lower case kept", {{kJur, "tx"}}, kOk, "tx"},
-        {"not checked against the table", {{kJur, "Texas"}}, kOk, "Texas"},
-        {"ends trimmed", {{kJur, "\x01 TX\x7f~"}}, kOk, "TX"},
-        {"inner control becomes blank", {{kJur, "N\x01Y"}}, kOk, "N Y"},
-        {"unprintable slot does not fall to iin", {{kJur, " \x01 "}, {kIin, "636015"}}, kErrNoAnswer, nullptr},
-        {"iin", {{kIin, "636015"}}, kOk, "TX"},
-        {"iin of seven digits", {{kIin, "6360152"}}, kOk, "TX"},
-        {"iin too short", {{kIin, "63601"}}, kErrNoAnswer, nullptr},
-        {"iin after blank", {{kIin, " 63601"}}, kErrNoAnswer, nullptr},
-        {"second Alberta iin", {{kIin, "990876"}}, kOk, "AB"},
-        {"unknown iin", {{kIin, "123456"}}, kErrNoAnswer, nullptr},
-        {"nothing", {}, kErrNoAnswer, nullptr},
-    };
-    runCases(getJurisdictionCode, cases);
+TEST(CountryWorkers, JurisdictionCode) {
+    constexpr auto w = getJurisdictionCode;
+    testing::runWorkerCases({
+        {"residence only", w, {{kResJur, "QC"}}, 64, "QC"},
+        {"jurisdiction before residence", w, {{kResJur, "NJ"}, {kJur, "NY"}}, 64, "NY"},
+        {"slot before iin", w, {{kJur, "NY"}, {kIin, "636015"}}, 64, "NY"},
+        {"not checked against the table", w, {{kJur, "tx"}}, 64, "tx"},
+        {"ends trimmed", w, {{kJur, "\x01 TX\x7f~"}}, 64, "TX"},
+        {"inner control becomes blank", w, {{kJur, "N\x01Y"}}, 64, "N Y"},
+        {"unprintable slot does not fall to iin", w, {{kJur, " \x01 "}, {kIin, "636015"}}, 64, "#-26"},
+        {"iin", w, {{kIin, "636015"}}, 64, "TX"},
+        {"unknown iin", w, {{kIin, "123456"}}, 64, "#-26"},
+    });
 }
 
-TEST(GetCountry, FromNameElseCodeElseJurisdiction) {
-    const WorkerCase cases[] = {
-        {"name trimmed", {{kCountry, " United States\n"}}, kOk, "United States"},
-        {"name as read", {{kCountry, "Deutschland"}}, kOk, "Deutschland"},
-        {"name before code", {{kCountry, "Canada"}, {kCode, "USA"}}, kOk, "Canada"},
-        {"code in capitals of the table", {{kCode, "usa"}}, kOk, "UNITED STATES"},
-        {"alternative code", {{kCodeAlt, "can"}}, kOk, "CANADA"},
-        {"code before alternative", {{kCode, "MEX"}, {kCodeAlt, "CAN"}}, kOk, "MEXICO"},
-        {"specimen code", {{kCode, "UTO"}}, kOk, "UTOPIA"},
-        {"unknown code stops", {{kCode, "XYZ"}, {kJur, "TX"}}, kErrNoAnswer, nullptr},
-        {"code of two letters", {{kCode, "US"}}, kErrNoAnswer, nullptr},
-        {"jurisdiction in mixed case", {{kJur, "TX"}}, kOk, "United States"},
-        {"jurisdiction trimmed first", {{kJur, " ON\r"}}, kOk, "Canada"},
-        {"territory", {{kJur, "GM"}}, kOk, "Guam"},
-        {"iin of the state department", {{kIin, "636027"}}, kOk, "United States"},
-        {"lower-case jurisdiction", {{kJur, "tx"}}, kErrNoAnswer, nullptr},
-        {"nothing", {}, kErrNoAnswer, nullptr},
-    };
-    runCases(getCountry, cases);
+TEST(CountryWorkers, Country) {
+    constexpr auto w = getCountry;
+    testing::runWorkerCases({
+        {"name trimmed", w, {{kCountry, " United States\n"}}, 64, "United States"},
+        {"name before code", w, {{kCountry, "Deutschland"}, {kCode, "USA"}}, 64, "Deutschland"},
+        {"code in capitals of the table", w, {{kCode, "usa"}}, 64, "UNITED STATES"},
+        {"code before alternative", w, {{kCode, "MEX"}, {kCodeAlt, "CAN"}}, 64, "MEXICO"},
+        {"alternative code", w, {{kCodeAlt, "can"}}, 64, "CANADA"},
+        {"unknown code stops", w, {{kCode, "XYZ"}, {kJur, "TX"}}, 64, "#-26"},
+        {"jurisdiction in mixed case", w, {{kJur, " ON\r"}}, 64, "Canada"},
+        {"iin of the state department", w, {{kIin, "636027"}}, 64, "United States"},
+        {"lower-case jurisdiction", w, {{kJur, "tx"}}, 64, "#-26"},
+    });
 }
 
-TEST(GetCountryCode, AsReadElseThroughTheCountry) {
-    const WorkerCase cases[] = {
-        {"code as read", {{kCode, " usa "}}, kOk, " usa "},
-        {"lower-case name", {{kCountry, "united states"}}, kOk, "USA"},
-        {"mixed-case name", {{kCountry, "United States"}}, kOk, "USA"},
-        {"name is a code", {{kCountry, "GTM"}}, kOk, "GTM"},
-        {"lower-case code as name", {{kCountry, "gtm"}}, kErrNoAnswer, nullptr},
-        {"unknown name", {{kCountry, "Atlantis"}}, kErrNoAnswer, nullptr},
-        {"alternative code", {{kCodeAlt, "can"}}, kOk, "CAN"},
-        {"specimen", {{kCodeAlt, "UTO"}}, kOk, "UTO"},
-        {"state", {{kJur, "TX"}}, kOk, "USA"},
-        {"territory", {{kJur, "PR"}}, kOk, "PRI"},
-        {"territory named otherwise", {{kJur, "FM"}}, kErrNoAnswer, nullptr},
-        {"mexican state", {{kJur, "AG"}}, kOk, "MEX"},
-        {"second Alberta iin", {{kIin, "990876"}}, kOk, "CAN"},
-        {"nothing", {}, kErrNoAnswer, nullptr},
-    };
-    runCases(getCountryCode, cases);
+TEST(CountryWorkers, CountryCode) {
+    constexpr auto w = getCountryCode;
+    testing::runWorkerCases({
+        {"code as read", w, {{kCode, " usa "}}, 64, " usa "},
+        {"lower-case name", w, {{kCountry, "united states"}}, 64, "USA"},
+        {"name is a code", w, {{kCountry, "GTM"}}, 64, "GTM"},
+        {"lower-case code as name", w, {{kCountry, "gtm"}}, 64, "#-26"},
+        {"alternative code through the country", w, {{kCodeAlt, "can"}}, 64, "CAN"},
+        {"territory", w, {{kJur, "PR"}}, 64, "PRI"},
+        {"territory named otherwise", w, {{kJur, "FM"}}, 64, "#-26"},
+        {"second Alberta iin", w, {{kIin, "990876"}}, 64, "CAN"},
+    });
 }
 
-TEST(GetIIN, KnownAsReadElseFromTheJurisdiction) {
-    const WorkerCase cases[] = {
-        {"known", {{kIin, "636015"}, {kJur, "NY"}}, kOk, "636015"},
-        {"known, copied whole", {{kIin, "6360152"}}, kOk, "6360152"},
-        {"second Alberta", {{kIin, "990876"}}, kOk, "990876"},
-        {"unknown gives way", {{kIin, "123456"}, {kJur, "NY"}}, kOk, "636001"},
-        {"unknown, residence", {{kIin, "123456"}, {kResJur, "ON"}}, kOk, "636012"},
-        {"unknown kept", {{kIin, "123456"}}, kOk, "123456"},
-        {"unknown kept, jurisdiction without iin", {{kIin, "123456"}, {kJur, "WK"}}, kOk, "123456"},
-        {"unknown kept, lower-case jurisdiction", {{kIin, "123456"}, {kJur, "ny"}}, kOk, "123456"},
-        {"jurisdiction only", {{kJur, "AB"}}, kOk, "604432"},
-        {"residence only", {{kResJur, "ON"}}, kOk, "636012"},
-        {"lower-case jurisdiction", {{kJur, "tx"}}, kErrNoAnswer, nullptr},
-        {"jurisdiction read untrimmed", {{kJur, " TX"}}, kErrNoAnswer, nullptr},
-        {"nothing", {}, kErrNoAnswer, nullptr},
-    };
-    runCases(getIIN, cases);
-}
-
-TEST(GetIssuedBy, TheCodeOfTheIin) {
-    const WorkerCase cases[] = {
-        {"second Alberta", {{kIin, "990876"}}, kOk, "AB"},
-        {"iin, not the slot", {{kIin, "636015"}, {kJur, "NY"}}, kOk, "TX"},
-        {"unknown iin gives way", {{kIin, "123456"}, {kJur, "NY"}}, kOk, "NY"},
-        {"unknown iin alone", {{kIin, "123456"}}, kErrNoAnswer, nullptr},
-        {"jurisdiction only", {{kJur, "ON"}}, kOk, "ON"},
-        {"jurisdiction without iin", {{kJur, "WK"}}, kErrNoAnswer, nullptr},
-        {"nothing", {}, kErrNoAnswer, nullptr},
-    };
-    runCases(getIssuedBy, cases);
-}
-
-struct NamedWorker {
-    const char* name;
-    Worker worker;
-};
-constexpr NamedWorker kWorkers[] = {
-    {"getJurisdictionCode", getJurisdictionCode}, {"getCountry", getCountry},
-    {"getCountryCode", getCountryCode},           {"getIIN", getIIN},
-    {"getIssuedBy", getIssuedBy},
-};
-
-TEST(CountryWorkers, RefuseBadArguments) {
-    RecordWithBuffer record;
-    setFieldLiteral(record.get(), kIin, "636015");
-    ParsedRecord noBuffer{};
-    char buffer[16];
-    for (const NamedWorker& w : kWorkers) {
-        SCOPED_TRACE(w.name);
-        EXPECT_EQ(w.worker(nullptr, buffer, 16), kErrInvalidArgument);
-        EXPECT_EQ(w.worker(&noBuffer, buffer, 16), kErrInvalidArgument);
-        EXPECT_EQ(w.worker(record.get(), nullptr, 16), kErrInvalidArgument);
-        EXPECT_EQ(w.worker(record.get(), buffer, 0), kErrInvalidArgument);
-        EXPECT_EQ(w.worker(record.get(), buffer, -1), kErrInvalidArgument);
-    }
-}
-
-TEST(CountryWorkers, CapacityOneIsNoAnswerAndShortBuffersCut) {
-    RecordWithBuffer record;
-    setFieldLiteral(record.get(), kIin, "636015");
-    setFieldLiteral(record.get(), kCode, "USA");
-    struct Cut {
-        NamedWorker worker;
-        const char* cutToTwo;
-    };
-    const Cut cuts[] = {
-        {kWorkers[0], "T"}, {kWorkers[1], "U"}, {kWorkers[2], "U"}, {kWorkers[3], "6"}, {kWorkers[4], "T"},
-    };
-    for (const Cut& c : cuts) {
-        SCOPED_TRACE(c.worker.name);
-        char buffer[4] = {'X', 'X', 'X', 'X'};
-        EXPECT_EQ(c.worker.worker(record.get(), buffer, 1), kErrNoAnswer);
-        EXPECT_EQ(c.worker.worker(record.get(), buffer, 2), kOk);
-        EXPECT_STREQ(buffer, c.cutToTwo);
-    }
-}
-
-// ---- Through the exported getters ----
-
-using testing::HandlePtr;
-using testing::parsedHandle;
-
-using Getter = int (*)(SVT_ParserHandle*, char*, int);
-struct NamedGetter {
-    const char* name;
-    Getter getter;
-};
-constexpr NamedGetter kGetters[] = {
-    {"jurisdictionCode", SVT_getJurisdictionCode}, {"country", SVT_getCountry},
-    {"countryCode", SVT_getCountryCode},           {"iin", SVT_getIIN},
-    {"issuedBy", SVT_getIssuedBy},
-};
-
-TEST(CountryGetters, RefuseBeforeTheFirstParse) {
-    HandlePtr h(SVT_create());
-    char buffer[16];
-    for (const NamedGetter& g : kGetters) {
-        SCOPED_TRACE(g.name);
-        EXPECT_EQ(g.getter(nullptr, buffer, 16), kErrInvalidArgument);
-        EXPECT_EQ(g.getter(h.get(), buffer, 16), kErrInvalidArgument);
-    }
-}
-
-TEST(CountryGetters, AnswerFromTheRecord) {
-    struct Case {
-        const char* what;
-        Slot slots[3];
-        const char* answers[std::size(kGetters)];
-    };
-    const Case cases[] = {
-        {"iin alone", {{kIin, "636015"}}, {"TX", "United States", "USA", "636015", "TX"}},
-        {"code and jurisdiction", {{kCode, "can"}, {kJur, "ON"}}, {"ON", "CANADA", "can", "636012", "ON"}},
-    };
-    for (const Case& c : cases) {
-        HandlePtr h = parsedHandle();
-        fill(&h->record, c.slots);
-        for (size_t i = 0; i < std::size(kGetters); ++i) {
-            SCOPED_TRACE(std::string(c.what) + " / " + kGetters[i].name);
-            char buffer[32];
-            EXPECT_EQ(kGetters[i].getter(h.get(), buffer, sizeof buffer), kOk);
-            EXPECT_STREQ(buffer, c.answers[i]);
-        }
-    }
+TEST(CountryWorkers, IinAndIssuer) {
+    testing::runWorkerCases({
+        {"known, copied whole", getIIN, {{kIin, "6360152"}, {kJur, "NY"}}, 64, "6360152"},
+        {"unknown gives way", getIIN, {{kIin, "123456"}, {kJur, "NY"}}, 64, "636001"},
+        {"unknown, residence", getIIN, {{kIin, "123456"}, {kResJur, "ON"}}, 64, "636012"},
+        {"unknown kept", getIIN, {{kIin, "123456"}, {kJur, "WK"}}, 64, "123456"},
+        {"unknown kept, lower-case jurisdiction", getIIN, {{kIin, "123456"}, {kJur, "ny"}}, 64, "123456"},
+        {"jurisdiction only", getIIN, {{kJur, "AB"}}, 64, "604432"},
+        {"jurisdiction read untrimmed", getIIN, {{kJur, " TX"}}, 64, "#-26"},
+        {"issuer of the iin, not the slot", getIssuedBy, {{kIin, "636015"}, {kJur, "NY"}}, 64, "TX"},
+        {"issuer, unknown iin gives way", getIssuedBy, {{kIin, "123456"}, {kJur, "NY"}}, 64, "NY"},
+        {"issuer, unknown iin alone", getIssuedBy, {{kIin, "123456"}}, 64, "#-26"},
+        {"issuer, jurisdiction without iin", getIssuedBy, {{kJur, "WK"}}, 64, "#-26"},
+    });
 }
 
 }  // namespace

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <string>
-#include <vector>
 
 #include "engine/status.h"
 #include "fields/color_tables.h"
@@ -15,33 +13,21 @@ namespace orvane {
 namespace {
 
 using testing::RecordWithBuffer;
-using testing::ask;
-using testing::Slot;
-using testing::Worker;
 
-TEST(ColorTables, RowsAsTranscribed) {
+TEST(PhysicalTables, ColoursAndWeightRanges) {
     ASSERT_EQ(eyeColorTable().size(), 16u);
     ASSERT_EQ(hairColorTable().size(), 17u);
-    EXPECT_STREQ(eyeColorTable()[0].code, "BLK");
-    EXPECT_STREQ(eyeColorTable()[15].name, "Viole");
     EXPECT_STREQ(hairColorTable()[5].name, "Red/Auburn");
-    EXPECT_STREQ(hairColorTable()[16].code, "WH");
-    for (const ColorRow& row : eyeColorTable()) EXPECT_EQ(row.codeLength, std::strlen(row.code)) << row.code;
-    for (const ColorRow& row : hairColorTable()) EXPECT_EQ(row.codeLength, std::strlen(row.code)) << row.code;
-    // Only the span's own characters count, not what follows it.
-    EXPECT_STREQ(eyeColorName(TextSpan{"BLUE", 2}), "Blue");
-    EXPECT_EQ(hairColorName(TextSpan{nullptr, 3}), nullptr);
-}
-
-TEST(WeightRanges, TextsAndGap) {
+    for (const auto& table : {eyeColorTable(), hairColorTable()}) {
+        for (const ColorRow& row : table) EXPECT_EQ(row.codeLength, std::strlen(row.code)) << row.code;
+    }
+    EXPECT_STREQ(eyeColorName(TextSpan{"BLUE", 2}), "Blue");  // only the span's own characters count
     EXPECT_STREQ(weightRangeKilograms(0), "up to 31");
     EXPECT_STREQ(weightRangePounds(8), "281-310");
     EXPECT_STREQ(weightRangePounds(9), "320+");  // the gap is part of the table
-    EXPECT_STREQ(weightRangeKilograms(9), "146+");
     EXPECT_EQ(weightRangeKilograms(10), nullptr);
     EXPECT_EQ(weightRangePounds(-1), nullptr);
 }
-
 
 TEST(Physical, ColoursAndRace) {
     testing::runWorkerCases({
@@ -49,37 +35,26 @@ TEST(Physical, ColoursAndRace) {
         {"eye lower case stays", getEyeColor, {{field::eyeColor, "bro"}}, 64, "bro"},
         {"eye VI", getEyeColor, {{field::eyeColor, "VI"}}, 64, "Viole"},
         {"eye GRY", getEyeColor, {{field::eyeColor, "GRY"}}, 64, "Gray"},
+        {"hair GRY", getHairColor, {{field::hairColor, "GRY"}}, 64, "Grey"},
         {"eye unknown code untrimmed", getEyeColor, {{field::eyeColor, " XY "}}, 64, " XY "},
-        {"eye one character", getEyeColor, {{field::eyeColor, "B"}}, 64, "B"},
         {"eye four characters", getEyeColor, {{field::eyeColor, "BROW"}}, 64, "BROW"},
         {"eye hair-only code", getEyeColor, {{field::eyeColor, "BD"}}, 64, "BD"},
-        {"eye empty", getEyeColor, {}, 64, "#-26"},
-        {"eye name cut", getEyeColor, {{field::eyeColor, "BRO"}}, 3, "Br"},
-        {"eye capacity 1", getEyeColor, {{field::eyeColor, "BRO"}}, 1, "#-26"},
-        {"hair GRY", getHairColor, {{field::hairColor, "GRY"}}, 64, "Grey"},
-        {"hair RD", getHairColor, {{field::hairColor, "RD"}}, 64, "Red/Auburn"},
         {"hair eye-only code", getHairColor, {{field::hairColor, "VI"}}, 64, "VI"},
-        {"hair from the eye slot", getHairColor, {{field::eyeColor, "BRO"}}, 64, "#-26"},
         {"race trimmed", getRace, {{field::race, " \tW\x01H ~"}}, 64, "W H"},
         {"race blank", getRace, {{field::race, "   "}}, 64, "#-26"},
-        {"race empty", getRace, {}, 64, "#-26"},
     });
 }
 
 TEST(Physical, Gender) {
     testing::runWorkerCases({
-        {"MALE", getGender, {{field::gender, "MALE"}}, 64, "Male"},
-        {"M", getGender, {{field::gender, "M"}}, 64, "Male"},
         {"1", getGender, {{field::gender, "1"}}, 64, "Male"},
         {"begins with M", getGender, {{field::gender, "MX"}}, 64, "Male"},
-        {"FEMALE", getGender, {{field::gender, "FEMALE"}}, 64, "Female"},
-        {"F", getGender, {{field::gender, "F"}}, 64, "Female"},
         {"2", getGender, {{field::gender, "2"}}, 64, "Female"},
+        {"F", getGender, {{field::gender, "F"}}, 64, "Female"},
         {"X", getGender, {{field::gender, "X"}}, 64, "#-26"},
         {"male lower case", getGender, {{field::gender, "male"}}, 64, "#-26"},
         {"blank first", getGender, {{field::gender, " M"}}, 64, "#-26"},
-        {"empty", getGender, {}, 64, "#-26"},
-        {"male in 6", getGender, {{field::gender, "M"}}, 6, "Male"},
+        // The whole word or nothing.
         {"male in 5", getGender, {{field::gender, "M"}}, 5, "Male"},
         {"male in 4", getGender, {{field::gender, "M"}}, 4, "#-18"},
         {"female in 6", getGender, {{field::gender, "F"}}, 6, "#-18"},
@@ -89,8 +64,6 @@ TEST(Physical, Gender) {
     RecordWithBuffer r;
     int32_t code = 7;
     EXPECT_EQ(genderCode(r.get(), &code), kErrNoAnswer);
-    EXPECT_EQ(genderCode(r.get(), nullptr), kErrInvalidArgument);
-    EXPECT_EQ(genderCode(nullptr, &code), kErrInvalidArgument);
     setFieldLiteral(r.get(), field::gender, "FEMALE");
     ASSERT_EQ(genderCode(r.get(), &code), kOk);
     EXPECT_EQ(code, kGenderFemale);
@@ -98,13 +71,11 @@ TEST(Physical, Gender) {
 
 TEST(Physical, Height) {
     testing::runWorkerCases({
-        {"feet and inches", getHeight, {{field::height, "510"}}, 64, "5'10\""},
+        {"feet and inches", getHeight, {{field::height, " 511 "}}, 64, "5'11\""},
         {"one digit", getHeight, {{field::height, "6"}}, 64, "6'\""},  // deliberately not filled out
-        {"trimmed first", getHeight, {{field::height, " 511 "}}, 64, "5'11\""},
         {"exact room", getHeight, {{field::height, "510"}}, 6, "5'10\""},
         {"one short", getHeight, {{field::height, "510"}}, 5, "#-18"},
         {"only blanks", getHeight, {{field::height, "  "}, {field::heightCentimeters, "175"}}, 64, "#-26"},
-        {"centimetres", getHeight, {{field::heightCentimeters, "175"}}, 64, "175cm"},
         {"centimetres exact", getHeight, {{field::heightCentimeters, "175"}}, 6, "175cm"},
         {"centimetres short", getHeight, {{field::heightCentimeters, "175"}}, 5, "#-18"},
         {"centimetres blank", getHeight, {{field::heightCentimeters, " "}}, 64, "#-18"},
@@ -112,10 +83,8 @@ TEST(Physical, Height) {
          {{field::height, "510"}, {field::heightCentimeters, "175"}, {field::heightAlt, " 5' 10\" "}},
          64, "5' 10\""},
         {"ready text blank", getHeight, {{field::heightAlt, " "}, {field::height, "510"}}, 64, "#-26"},
-        {"ready text cut", getHeight, {{field::heightAlt, "180 CM"}}, 4, "180"},
         {"feet before centimetres", getHeight, {{field::height, "510"}, {field::heightCentimeters, "175"}},
          64, "5'10\""},
-        {"nothing", getHeight, {}, 64, "#-26"},
     });
 }
 
@@ -124,7 +93,6 @@ TEST(Physical, WeightInKilograms) {
         {"from pounds", getWeightKG, {{field::weightPounds, "180"}}, 64, "82"},
         {"rounds half up", getWeightKG, {{field::weightPounds, "1"}}, 64, "0"},
         {"two pounds", getWeightKG, {{field::weightPounds, "2"}}, 64, "1"},
-        {"leading zeros", getWeightKG, {{field::weightPounds, "0180"}}, 64, "82"},
         {"seven digits", getWeightKG, {{field::weightPounds, "9999999"}}, 64, "4545454"},
         {"eight digits skipped", getWeightKG,
          {{field::weightPounds, "12345678"}, {field::weightKilograms, "70"}}, 64, "70"},
@@ -132,9 +100,7 @@ TEST(Physical, WeightInKilograms) {
          "60-70"},
         {"fills exactly, no terminator", getWeightKG, {{field::weightPounds, "2200"}}, 4, "1000"},
         {"does not fit, empty text", getWeightKG, {{field::weightPounds, "22000"}}, 4, ""},
-        {"fits with terminator", getWeightKG, {{field::weightPounds, "220"}}, 4, "100"},
         {"stored kilograms", getWeightKG, {{field::weightKilograms, "70.5"}}, 64, "70.5"},
-        {"stored kilograms cut", getWeightKG, {{field::weightKilograms, "1234.5"}}, 4, "123"},
         {"kilograms of 8 skipped", getWeightKG, {{field::weightKilograms, "12345.67"}, {field::weightRange, "0"}},
          64, "up to 31"},
         {"kilograms with comma skipped", getWeightKG, {{field::weightKilograms, "70,5"}}, 64, "#-26"},
@@ -143,20 +109,16 @@ TEST(Physical, WeightInKilograms) {
         {"range 12", getWeightKG, {{field::weightRange, "12"}}, 64, "#-26"},
         {"range blank first", getWeightKG, {{field::weightRange, " 3"}}, 64, "#-26"},
         {"range huge", getWeightKG, {{field::weightRange, "99999999999999999999999"}}, 64, "#-26"},
-        {"range cut", getWeightKG, {{field::weightRange, "0"}}, 4, "up "},
-        {"nothing", getWeightKG, {}, 64, "#-26"},
         {"capacity 3", getWeightKG, {{field::weightPounds, "180"}}, 3, "#-21"},
     });
 }
 
 TEST(Physical, WeightInPounds) {
     testing::runWorkerCases({
-        {"stored pounds", getWeightLBS, {{field::weightPounds, "180"}}, 64, "180"},
         {"stored pounds, any text", getWeightLBS, {{field::weightPounds, "180 LB"}}, 64, "180 LB"},
         {"nine characters", getWeightLBS, {{field::weightPounds, "123456789"}}, 64, "123456789"},
         {"ten skipped", getWeightLBS, {{field::weightPounds, "1234567890"}, {field::weightKilograms, "70"}}, 64,
          "154"},
-        {"from kilograms", getWeightLBS, {{field::weightKilograms, "70"}}, 64, "154"},
         {"from one kilogram", getWeightLBS, {{field::weightKilograms, "1"}}, 64, "2"},
         {"seven digits", getWeightLBS, {{field::weightKilograms, "9999999"}}, 64, "21999998"},
         {"point falls through", getWeightLBS, {{field::weightKilograms, "70.5"}, {field::weightRange, "3"}}, 64,
@@ -164,25 +126,8 @@ TEST(Physical, WeightInPounds) {
         {"fills exactly", getWeightLBS, {{field::weightKilograms, "500"}}, 4, "1100"},
         {"does not fit", getWeightLBS, {{field::weightKilograms, "5000"}}, 4, ""},
         {"range 9", getWeightLBS, {{field::weightRange, "9"}}, 64, "320+"},
-        {"range 8", getWeightLBS, {{field::weightRange, "8"}}, 64, "281-310"},
-        {"range 12", getWeightLBS, {{field::weightRange, "12"}}, 64, "#-26"},
-        {"nothing", getWeightLBS, {}, 64, "#-26"},
         {"capacity 3", getWeightLBS, {{field::weightPounds, "180"}}, 3, "#-21"},
     });
-}
-
-TEST(Physical, ArgumentChecks) {
-    const Worker workers[] = {getGender, getEyeColor, getHairColor, getRace, getHeight, getWeightKG, getWeightLBS};
-    RecordWithBuffer r;
-    ParsedRecord bare{};
-    char buffer[16];
-    for (Worker worker : workers) {
-        EXPECT_EQ(worker(nullptr, buffer, 16), kErrInvalidArgument);
-        EXPECT_EQ(worker(&bare, buffer, 16), kErrInvalidArgument);
-        EXPECT_EQ(worker(r.get(), nullptr, 16), kErrInvalidArgument);
-        EXPECT_EQ(worker(r.get(), buffer, 0), kErrInvalidArgument);
-        EXPECT_EQ(worker(r.get(), buffer, -1), kErrInvalidArgument);
-    }
 }
 
 }  // namespace

@@ -8,31 +8,20 @@
 namespace orvane {
 namespace {
 
-using testing::span;
 using testing::text;
 
 TEST(Predicates, Ranges) {
-    EXPECT_FALSE(isPrintableCode(' '));
-    EXPECT_TRUE(isPrintableCode('!'));
-    EXPECT_TRUE(isPrintableCode('}'));
-    EXPECT_FALSE(isPrintableCode('~'));  // deliberately outside
-    EXPECT_FALSE(isPrintableCode(0xC3));
-    EXPECT_FALSE(isPrintableCode(-61));
-    EXPECT_TRUE(isNotPrintableCode(' '));
-    for (int c : {0, 9, 10, 11, 12, 13, 32}) EXPECT_TRUE(isBlankOrNul(c)) << c;
-    for (int c : std::initializer_list<int>{8, 14, 'A', 0xA0}) EXPECT_FALSE(isBlankOrNul(c)) << c;
-    EXPECT_TRUE(isDigitOrPoint('.'));
-    EXPECT_TRUE(isDigitOrPoint('7'));
-    EXPECT_FALSE(isDigitOrPoint(','));
-    for (int c : {'a', 'Z', '5', '_', ' ', '\n'}) EXPECT_TRUE(isWordChar(c)) << c;
+    for (int c : {'!', '}'}) EXPECT_TRUE(isPrintableCode(c)) << c;
+    // The printable range stops at 125, so the tilde is outside.
+    for (int c : std::initializer_list<int>{' ', '~', 0xC3, -61}) EXPECT_FALSE(isPrintableCode(c)) << c;
+    for (int c : {0, 9, 13, 32}) EXPECT_TRUE(isBlankOrNul(c)) << c;
+    for (int c : {8, 14, 0xA0}) EXPECT_FALSE(isBlankOrNul(c)) << c;
+    for (int c : {'Z', '5', '_', ' ', '\n'}) EXPECT_TRUE(isWordChar(c)) << c;
     for (int c : std::initializer_list<int>{'-', '$', 0xE9}) EXPECT_FALSE(isWordChar(c)) << c;
 }
 
 TEST(Trim, ByPredicateAndBySet) {
-    TextSpan s = makeSpan("   ");
-    trimIf(&s, isNotPrintableCode);
-    EXPECT_EQ(s.length, 0);
-    s = makeSpan(" \tAB C\r\n");
+    TextSpan s = makeSpan(" \tAB C\r\n");
     trimIf(&s, isWhiteSpace);
     EXPECT_EQ(text(s), "AB C");
     s = makeSpan("$,SMITH-/");
@@ -41,20 +30,12 @@ TEST(Trim, ByPredicateAndBySet) {
     s = makeSpan("<<A<<");
     trimLeadingSet(&s, "<");
     EXPECT_EQ(text(s), "A<<");
-    trimTrailingSet(&s, "<");
-    EXPECT_EQ(text(s), "A");
-    s = makeSpan("AB");
-    trimSet(&s, "");
-    EXPECT_EQ(text(s), "AB");
-    trimIf(nullptr, isWhiteSpace);
-}
-
-TEST(AllChars, VacuousAndNull) {
-    EXPECT_EQ(allChars(makeSpan(""), isDigitOrPoint), 0);
-    EXPECT_EQ(allChars(makeSpan("12.5"), isDigitOrPoint), 0);
+    s = makeSpan("   ");
+    trimIf(&s, isNotPrintableCode);
+    EXPECT_EQ(s.length, 0);
+    EXPECT_EQ(allChars(s, isDigitOrPoint), 0);  // vacuously true
     EXPECT_NE(allChars(makeSpan("12a"), isDigitOrPoint), 0);
     EXPECT_EQ(allChars(TextSpan{nullptr, 0}, isDigitOrPoint), -1);
-    EXPECT_EQ(allChars(makeSpan("1"), nullptr), -1);
 }
 
 TEST(Tokens, SplitWithAndWithoutEmptyTokens) {
@@ -81,11 +62,6 @@ TEST(Tokens, SplitWithAndWithoutEmptyTokens) {
         ASSERT_EQ(n, static_cast<int32_t>(c.expected.size()));
         for (int32_t i = 0; i < n; ++i) EXPECT_EQ(text(tokens[i]), c.expected[static_cast<size_t>(i)]);
     }
-    TextSpan tokens[2];
-    EXPECT_EQ(splitTokens(TextSpan{nullptr, 0}, tokens, 2, ",", 0), 0);
-}
-
-TEST(Tokens, NextTokenGivesTheRest) {
     TextSpan token;
     TextSpan rest;
     ASSERT_EQ(nextToken(makeSpan("DAQ123\nDCSDOE"), &token, &rest, "\n", 0), 1);
@@ -95,21 +71,17 @@ TEST(Tokens, NextTokenGivesTheRest) {
     EXPECT_EQ(text(token), "DCSDOE");
     EXPECT_EQ(rest.length, 0);
     EXPECT_EQ(nextToken(rest, &token, &rest, "\n", 0), 0);
-    EXPECT_EQ(nextToken(makeSpan("\n\n"), &token, &rest, "\n", kSkipEmptyTokens), 0);
+    // Removal compares whole tokens, case included.
+    TextSpan words[4];
+    const char* const jr[] = {"JR"};
+    ASSERT_EQ(removeWords(words, splitTokens(makeSpan("JOHN JR JR. jr"), words, 4, " ", kSkipEmptyTokens), jr, 1),
+              3);
+    EXPECT_EQ(text(words[0]), "JOHN");
+    EXPECT_EQ(text(words[1]), "JR.");
+    EXPECT_EQ(text(words[2]), "jr");
 }
 
-TEST(Tokens, RemoveWordsComparesWholeTokens) {
-    TextSpan tokens[4];
-    const int32_t n = splitTokens(makeSpan("JOHN JR JR. jr"), tokens, 4, " ", kSkipEmptyTokens);
-    const char* const words[] = {"JR"};
-    const int32_t kept = removeWords(tokens, n, words, 1);
-    ASSERT_EQ(kept, 3);
-    EXPECT_EQ(text(tokens[0]), "JOHN");
-    EXPECT_EQ(text(tokens[1]), "JR.");
-    EXPECT_EQ(text(tokens[2]), "jr");
-}
-
-TEST(Compare, SpanEqualsAndCompare) {
+TEST(Compare, SpanEqualsCompareAndFind) {
     EXPECT_EQ(spanEquals(makeSpan("DL"), "DL"), 0);
     EXPECT_EQ(spanEquals(makeSpan("DLX"), "DL"), 1);
     EXPECT_EQ(spanEquals(makeSpan("D"), "DL"), -1);
@@ -118,7 +90,6 @@ TEST(Compare, SpanEqualsAndCompare) {
     EXPECT_EQ(spanEquals(makeSpan("\xC3"), "A"), -1);  // signed bytes
     EXPECT_EQ(spanEquals(TextSpan{nullptr, 0}, nullptr), 0);
     EXPECT_NE(spanEquals(TextSpan{nullptr, 0}, ""), 0);
-    EXPECT_NE(spanEquals(makeSpan(""), nullptr), 0);
     EXPECT_EQ(spanCompare(makeSpan("None"), makeSpan("NONE"), kIgnoreCase), 0);
     EXPECT_NE(spanCompare(makeSpan("None"), makeSpan("NONE"), 0), 0);
     EXPECT_EQ(spanFind(makeSpan("ABCABD"), makeSpan("ABD")), 3);
@@ -140,7 +111,6 @@ TEST(ReplaceAll, ShrinkingEqualAndGrowing) {
         {"@\n\n@\n\n", "@\n\n", "@\n\x1e\r", 7, "@\n\x1e\r@\n\n"},  // stops at the capacity
         {"ABAB", "AB", "", 64, ""},
         {"ABC", "", "X", 64, "ABC"},
-        {"AXA", "X", "YY", 64, "AYYA"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.input);
@@ -159,8 +129,7 @@ TEST(Base32Hex, DigitsEndMarkAndRefusals) {
         uint64_t value;
     };
     const Case cases[] = {
-        {"V", kOk, 31}, {"10", kOk, 32}, {"1=", kOk, 1}, {"1=Z", kOk, 1}, {"W", -11, 0},
-        {"a", -11, 0},  {"", -21, 0},    {"0000", kOk, 0}, {"3V", kOk, 3 * 32 + 31},
+        {"V", kOk, 31}, {"3V", kOk, 3 * 32 + 31}, {"1=Z", kOk, 1}, {"W", -11, 0}, {"a", -11, 0}, {"", -21, 0},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.input);
@@ -168,8 +137,6 @@ TEST(Base32Hex, DigitsEndMarkAndRefusals) {
         EXPECT_EQ(decodeBase32Hex(makeSpan(c.input), &value), c.status);
         if (c.status == kOk) EXPECT_EQ(value, c.value);
     }
-    uint64_t value = 0;
-    EXPECT_EQ(decodeBase32Hex(TextSpan{nullptr, 0}, &value), -21);
 }
 
 // Which stripe field may hold each character: city, name, address ("^" and "?" end every
@@ -182,13 +149,10 @@ TEST(StripeCharacterClasses, MembersPerField) {
         bool address;
     };
     const Case cases[] = {
-        {'A', true, true, true},    {'z', true, true, true},   {' ', true, true, true},
-        {'.', true, true, true},    {'-', true, true, true},   {'\'', true, true, true},
-        {'/', true, false, true},   {'\t', true, false, true}, {'$', false, true, true},
-        {',', false, true, true},   {'7', false, false, true}, {'#', false, false, true},
-        {'^', false, false, false}, {'?', false, false, false}, {'%', false, false, false},
-        {';', false, false, false}, {'=', false, false, false}, {0, false, false, false},
-        {0xC9, false, false, false},
+        {'A', true, true, true},    {' ', true, true, true},    {'\'', true, true, true},
+        {'/', true, false, true},   {'\t', true, false, true},  {'$', false, true, true},
+        {',', false, true, true},   {'7', false, false, true},  {'#', false, false, true},
+        {'^', false, false, false}, {'?', false, false, false}, {0xC9, false, false, false},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.c);
