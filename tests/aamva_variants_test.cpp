@@ -38,7 +38,6 @@ TEST(AamvaVariants, EarlyAnsiLayouts) {
         {"17 record separator 6 passes", parseAamvaFormat17, std::string(f17).replace(2, 1, "6"), kOk, {}},
         {"17 wrong record separator", parseAamvaFormat17, std::string(f17).replace(2, 1, "X"), kErrRecordSeparator, {}},
         {"17 no ANSI", parseAamvaFormat17, std::string(f17).replace(4, 4, "ANSX"), kErrNoAnsi, {}},
-        {"17 version 2", parseAamvaFormat17, std::string(f17).replace(15, 2, "02"), kErrVersion, {}},
         {"18 accepted", parseAamvaFormat18, f18, kOk,
          {{field::fullName, "JOHN Q DOE"}, {field::jurisdictionCode, "AZ"}, {field::iin, "636026"}}},
         {"18 no ANSI", parseAamvaFormat18, std::string(f18).replace(4, 4, "AN5I"), kErrNoAnsi, {}},
