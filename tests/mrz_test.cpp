@@ -104,22 +104,16 @@ TEST(MrzFormats, CardAndVisaZones) {
     std::string digits = kTd1Example;
     digits.replace(56, 2, "12");
     testing::runReaderCases({
-        {"TD1 example", parseMrzFormat65, kTd1Example, kOk,
-         {{field::licenseNumber, "D23145890"}, {field::residenceJurisdictionCode, ""}, {field::documentType, "TD"}}},
         {"TD1 with letters at 56", parseMrzFormat65, licence, kOk,
          {{field::residenceJurisdictionCode, "NY"}, {field::documentType, "DL"}}},
         {"TD1 with digits at 56", parseMrzFormat65, digits, kOk,
          {{field::residenceJurisdictionCode, ""}, {field::documentType, "TD"}}},
         {"TD1 visa marker", parseMrzFormat65, "IV" + kTd1Example.substr(2), kErrFraming, {}},
         {"TD1 passport letter", parseMrzFormat65, "P" + kTd1Example.substr(1), kErrFraming, {}},
-        {"TD2 example", parseMrzFormat66, kTd2Example, kOk,
-         {{field::licenseNumber, "D23145890"}, {field::expirationDate, "20120415"}}},
         {"TD2 is not a visa", parseMrzFormat66, kShortVisaExample, kErrFraming, {}},
         {"visa of 88", parseMrzFormat67, kLongVisaExample, kOk,
          {{field::licenseNumber, "L8988901C"}, {field::mrzCountryCode, "XXX"}, {field::birthdateAlt, "19400907"},
           {field::expirationDate, "19961210"}, {field::licenseNumberAlt, ""}}},
-        {"visa of 72", parseMrzFormat67, kShortVisaExample, kOk,
-         {{field::middleName, "MARIA"}, {field::licenseNumber, "L8988901C"}, {field::expirationDate, "19961210"}}},
         {"visa of 80", parseMrzFormat67, kLongVisaExample.substr(0, 80), kErrFraming, {}},
         {"card is not a visa", parseMrzFormat67, kTd2Example, kErrFraming, {}},
     }, &kClock2026);
