@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "engine/status.h"
 #include "test_support.h"
@@ -13,25 +14,21 @@ namespace {
 using testing::RecordWithBuffer;
 using testing::slotText;
 
-// A small configuration of the engine: the 2014 header layout, read with Table C and
-// both separators, as a variant would install it.
+// The element step a variant installs: Table C's loop over both separators.
 int32_t elementStepTableC(AamvaParser& p, TextSpan data) {
     const char delimiters[] = {p.dataElementSeparator, p.segmentTerminator, '\0'};
     return p.elementLoop(p, data, delimiters, kAamvaTableC.pairs, kAamvaTableC.count);
 }
 
-int32_t elementStepTableA(AamvaParser& p, TextSpan data) {
-    const char delimiters[] = {p.dataElementSeparator, p.segmentTerminator, '\0'};
-    return p.elementLoop(p, data, delimiters, kAamvaTableA.pairs, kAamvaTableA.count);
-}
-
+// The engine on a row, read with Table C; by default any version passes.
 struct EngineRun {
     RecordWithBuffer r{1024};
     AamvaParser p{};
-    int32_t init(uint32_t format = 42) {
-        const int32_t status = initAamvaParser(p, format, r.get(), nullptr);
+    int32_t status;
+    explicit EngineRun(uint32_t format = 42, bool anyVersion = true) {
+        status = initAamvaParser(p, format, r.get(), nullptr);
         p.elementStep = elementStepTableC;
-        return status;
+        if (anyVersion) p.versionCheck = nullptr;
     }
     int32_t run(const std::string& payload) { return runAamvaParser(p, payload.data(), static_cast<int32_t>(payload.size())); }
     std::string slot(FieldId id) const { return slotText(r.record, id); }
@@ -46,18 +43,32 @@ std::string barcode2014(const std::string& version, const std::string& entries, 
     return "@\n\x1e\rANSI 636026" + version + "01" + entries + directory + subfile;
 }
 
-TEST(AamvaEngine, InitialiserLoadsTheVersionRowAndDefaults) {
-    EngineRun e;
-    ASSERT_EQ(e.init(43), kOk);
-    EXPECT_EQ(e.p.formatNumber, 43u);
+std::vector<int32_t> fieldsFor(const AamvaElementTable& table, const char (&id)[4]) {
+    std::vector<int32_t> ids;
+    for (int32_t index = 0; index < table.count; ++index) {
+        const int32_t value = lookupPair(elementKey(id), table.pairs, table.count, &index);
+        if (value < 0) break;
+        ids.push_back(value);
+    }
+    return ids;
+}
+
+TEST(AamvaTables, VersionRowsAndTheInitialiser) {
+    const auto rows = aamvaVersionTable();
+    ASSERT_EQ(rows.size(), 31u);
+    for (uint32_t format = 17; format <= 47; ++format) {
+        EXPECT_EQ(findAamvaVersionRow(format), &rows[format - 17]) << format;  // one row per format, in order
+    }
+    EXPECT_EQ(findAamvaVersionRow(16), nullptr);
+    EXPECT_EQ(findAamvaVersionRow(48), nullptr);
+    // The rows never used, since formats 45 and 46 run on the row of 42, stay as they are.
+    EXPECT_EQ(rows[45 - 17].minVersion, 3u);
+    EXPECT_EQ(rows[46 - 17].expectedVersion, 99u);
+
+    EngineRun e(43, false);
+    ASSERT_EQ(e.status, kOk);
     EXPECT_EQ(e.p.minVersion, 7u);
-    EXPECT_EQ(e.p.expectedVersion, 8u);
-    EXPECT_EQ(e.p.headerLength, 20u);
-    EXPECT_EQ(e.p.iinOffset, 8u);
     EXPECT_EQ(e.p.entriesOffset, 18u);
-    EXPECT_EQ(e.p.record, e.r.get());
-    EXPECT_NE(e.p.directoryReader, nullptr);
-    EXPECT_EQ(e.p.headerCheck, nullptr);
     AamvaParser unknown{};
     unknown.elementStep = elementStepTableC;
     EXPECT_EQ(initAamvaParser(unknown, 16, e.r.get(), nullptr), kErrUnknownFormat);
@@ -65,96 +76,58 @@ TEST(AamvaEngine, InitialiserLoadsTheVersionRowAndDefaults) {
     EXPECT_EQ(unknown.elementStep, nullptr);  // cleared before the lookup
 }
 
-TEST(AamvaEngine, ReadsAWholeBarcode) {
-    EngineRun e;
-    e.init();
-    e.p.versionCheck = nullptr;  // accept any version in this configuration
-    const std::string payload = barcode2014("08", "01", "DAQD1234567\nDCSSAMPLE\nDACJORDAN\nDBB07041988\nDAJAZ");
-    ASSERT_EQ(e.run(payload), kOk);
-    EXPECT_EQ(e.p.version, 8);
-    EXPECT_EQ(e.p.entryCount, 1);
-    EXPECT_EQ(e.p.dataElementSeparator, '\n');
-    EXPECT_EQ(e.p.recordSeparator, '\x1e');
-    EXPECT_EQ(e.p.segmentTerminator, '\r');
-    EXPECT_EQ(e.slot(field::iin), "636026");
-    EXPECT_EQ(e.slot(field::documentType), "DL");
-    EXPECT_EQ(e.slot(field::licenseNumber), "D1234567");
-    EXPECT_EQ(e.slot(field::licenseNumberAlt), "D1234567");
-    EXPECT_EQ(e.slot(field::lastName), "SAMPLE");
-    EXPECT_EQ(e.slot(field::firstName), "JORDAN");
-    EXPECT_EQ(e.slot(field::birthdateAlt), "07041988");  // Table C: 78, then 11
-    EXPECT_EQ(e.slot(field::birthdate), "07041988");
-    EXPECT_EQ(e.slot(field::jurisdictionCode), "AZ");
+TEST(AamvaTables, ElementCountsAndRepeats) {
+    EXPECT_EQ(kAamvaTableA.count, 51);
+    EXPECT_EQ(kAamvaTableB.count, 36);
+    EXPECT_EQ(kAamvaTableC.count, 68);
+    EXPECT_EQ(kAamvaTableD.count, 82);
+    EXPECT_EQ(kAamvaTableE.count, 48);
+    // The variants show most repeats at work; these are the ones they do not reach.
+    EXPECT_EQ(fieldsFor(kAamvaTableC, "DBB"), (std::vector<int32_t>{78, 11}));
+    EXPECT_EQ(fieldsFor(kAamvaTableA, "DBS"), (std::vector<int32_t>{51}));
+    EXPECT_EQ(fieldsFor(kAamvaTableC, "DDL"), (std::vector<int32_t>{126}));
+    EXPECT_EQ(kAamvaTableE.pairs[47].key, elementKey("DDJ"));
+    EXPECT_EQ(kAamvaTableB.pairs[35].key, elementKey("DAA"));
 }
 
-TEST(AamvaEngine, HeaderRefusals) {
-    struct Case {
-        const char* name;
-        std::string payload;
-        int32_t status;
-    };
-    const std::string good = barcode2014("08", "01", "DAQX");
-    const Case cases[] = {
-        {"exactly the header length", good.substr(0, 21), kErrPayloadTooShort},
-        {"no commercial at", "#" + good.substr(1), kErrNoAtSign},
-        {"version not numeric", barcode2014("0X", "01", "DAQX"), kErrVersion},
-        {"version not expected", barcode2014("07", "01", "DAQX"), kErrVersion},
-        {"entries not numeric", barcode2014("08", "A1", "DAQX"), kErrEntries},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EngineRun e;
-        e.init(44);  // expects version 8, header of 19
-        e.p.headerLength = 21;
-        e.p.entriesOffset = 19;
-        e.p.iinOffset = 9;
-        EXPECT_EQ(e.run(c.payload), c.status);
-    }
+// The header refusals of the default steps, and steps removed, show through the
+// variants; the main step's own argument checks and an empty main step do not.
+TEST(AamvaEngine, MainStepArgumentsAndAnEmptySlot) {
     EngineRun e;
-    e.init();
     EXPECT_EQ(runAamvaParser(e.p, nullptr, 5), kErrInvalidArgument);
     EXPECT_EQ(runAamvaParser(e.p, "@", -1), kErrInvalidArgument);
+    e.p.mainStep = nullptr;
+    EXPECT_EQ(runAamvaParser(e.p, "x", 1), kOk);
 }
 
 TEST(AamvaEngine, NumericHeaderFieldsReadLikeStrtol) {
     EngineRun e;
-    e.init();
-    e.p.versionCheck = nullptr;
     ASSERT_EQ(e.run(barcode2014(" 9", "00", "DAQX")), kOk);
     EXPECT_EQ(e.p.version, 9);
     EXPECT_EQ(e.p.entryCount, 1);  // "00" is one entry
     EngineRun signs;
-    signs.init();
-    signs.p.versionCheck = nullptr;
     ASSERT_EQ(signs.run(barcode2014("-3", "+2", "DAQX")), kOk);
     EXPECT_EQ(signs.p.version, -3);
     EXPECT_EQ(signs.p.entryCount, 2);
 }
 
-TEST(AamvaEngine, ElementTokens) {
+TEST(AamvaEngine, ElementTokensAndTheStore) {
     EngineRun e;
-    e.init();
-    e.p.versionCheck = nullptr;
     // An id alone clears its slot, one character after it is a value, two bytes are ignored.
     ASSERT_EQ(e.run(barcode2014("08", "01", "DCSSAMPLE\nDCS\nDAJX\nDA\nDAC  JO \x0b")), kOk);
     EXPECT_EQ(fieldMissing(e.r.get(), field::lastName), -1);
     EXPECT_EQ(e.slot(field::jurisdictionCode), "X");
     EXPECT_EQ(e.slot(field::firstName), "JO");
+    aamvaElementStore(e.p, field::city, TextSpan{"\0 \tPHOENIX \r\0", 13});
+    EXPECT_EQ(e.slot(field::city), "PHOENIX");
 }
 
 TEST(AamvaEngine, DocumentTypeFromTheDirectoryOrDefault) {
     EngineRun id;
-    id.init();
-    id.p.versionCheck = nullptr;
-    std::string payload = barcode2014("08", "01", "DAQX");
-    payload.replace(21, 2, "ID");
-    ASSERT_EQ(id.run(payload), kOk);
+    ASSERT_EQ(id.run(barcode2014("08", "01", "DAQX").replace(21, 2, "ID")), kOk);
     EXPECT_EQ(id.slot(field::documentType), "ID");
-
     // No directory record says DL or ID: the main step still answers DL.
     EngineRun none;
-    none.init();
-    none.p.versionCheck = nullptr;
     none.p.directoryReader = nullptr;
     none.p.subfileSelector = nullptr;
     ASSERT_EQ(none.run(barcode2014("08", "01", "DAQX").replace(21, 2, "ZZ")), kOk);
@@ -163,7 +136,6 @@ TEST(AamvaEngine, DocumentTypeFromTheDirectoryOrDefault) {
 
 TEST(AamvaEngine, DirectoryLocatorSkipsForeignRecords) {
     EngineRun e;
-    e.init();
     e.p.position = 2;
     TextSpan directory{};
     const std::string payload = "@@ZA00100020JU00000000DL00000000XYZ";
@@ -205,7 +177,6 @@ TEST(AamvaEngine, DirectoryReaderFindsTheSubfile) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         EngineRun e;
-        e.init();
         SubfileEntry entry{};
         ASSERT_EQ(aamvaDirectoryReader(e.p, testing::span(c.payload), testing::span(c.directory), &entry), c.status);
         if (c.status != kOk) continue;
@@ -231,35 +202,11 @@ TEST(AamvaEngine, SubfileSelectorDropsTypeAndL) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.payload);
         EngineRun e;
-        e.init();
         const SubfileEntry entry{1, c.offset, c.length};
         TextSpan data{};
         ASSERT_EQ(aamvaSubfileSelector(e.p, makeSpan(c.payload), &entry, &data), c.status);
         if (c.status == kOk) EXPECT_EQ(testing::text(data), c.data);
     }
-}
-
-TEST(AamvaEngine, ElementStoreTrimsBlanksAndNul) {
-    EngineRun e;
-    e.init();
-    aamvaElementStore(e.p, field::city, TextSpan{"\0 \tPHOENIX \r\0", 13});
-    EXPECT_EQ(e.slot(field::city), "PHOENIX");
-}
-
-TEST(AamvaEngine, RemovedStepsAreSkipped) {
-    EngineRun e;
-    e.init(17);
-    e.p.elementStep = elementStepTableA;
-    e.p.versionStep = nullptr;
-    e.p.entriesStep = nullptr;
-    e.p.issuerStep = nullptr;
-    ASSERT_EQ(e.run("@\n\x1e\rANSI 6360260101DL00290010DLDAQ123\nDAAJOE\r"), kOk);
-    EXPECT_EQ(e.p.version, 0);
-    EXPECT_EQ(e.p.entryCount, 1);
-    EXPECT_EQ(fieldMissing(e.r.get(), field::iin), -1);
-    EXPECT_EQ(e.slot(field::fullName), "JOE");
-    e.p.mainStep = nullptr;
-    EXPECT_EQ(runAamvaParser(e.p, "x", 1), kOk);
 }
 
 }  // namespace

@@ -57,32 +57,26 @@ TEST(FrameBarcodeText, EveryDeliveredShapeOfAHeaderFramesAlike) {
     }
 }
 
-TEST(FrameBarcodeText, SpelledOutForms) {
-    EXPECT_EQ(barcode("[0A]"), "");
-    EXPECT_EQ(barcode("A[0D][G1]B"), "A\r[G1]B");
-    EXPECT_EQ(barcode("A\x01" "B[0A]C\xC3" "D"), "AB\nCD");  // noise bytes go with the spelled form
-    EXPECT_EQ(barcode("A\x01" "B"), "A\x01" "B");             // and stay without it
-    EXPECT_EQ(barcode("[0A]x[1e]"), "x\x1e");                  // either case of hex digit
-    EXPECT_EQ(barcode("[0a]x[1e]"), "[0a]x[1e]");               // but only the upper-case marks start it
-}
-
-TEST(FrameBarcodeText, EscapesAndTrimming) {
-    EXPECT_EQ(barcode("A\\tB"), "A\\tB");
-    EXPECT_EQ(barcode("A\\nB\\rC"), "A\nB\rC");
-    EXPECT_EQ(barcode("A\\"), "A\\");
-    EXPECT_EQ(barcode(std::string("A\0B", 3)), "AB");
-    EXPECT_EQ(barcode("\x80\xFF  X  \r\n"), "X");
-    EXPECT_EQ(barcode("X\r\r\nY\r\nZ"), "X\nY\nZ");
-}
-
-TEST(FrameBarcodeText, RepairsTheStripeArtefactBetweenTracks) {
-    EXPECT_EQ(barcode("%AB?*\x02" "636;=1?"), "%AB?;;=1?");
-    EXPECT_EQ(barcode("%AB?*\x02" "6\n6;"), "%AB?*\x02" "6\n6;");
-}
-
-TEST(FrameBarcodeText, HeaderRepairsAfterTheAtSign) {
-    EXPECT_EQ(barcode("@\x1e*>-\x1eX"), "@*\x1e-X");
-    EXPECT_EQ(barcode("@\x1e*X"), "@*X");
+TEST(FrameBarcodeText, SpelledOutFormsEscapesAndRepairs) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"[0A]", ""},
+        {"A[0D][G1]B", "A\r[G1]B"},
+        {"A\x01" "B[0A]C\xC3" "D", "AB\nCD"},  // noise bytes go with the spelled form
+        {"A\x01" "B", "A\x01" "B"},             // and stay without it
+        {"[0A]x[1e]", "x\x1e"},                  // either case of hex digit
+        {"[0a]x[1e]", "[0a]x[1e]"},               // but only the upper-case marks start it
+        {"A\\tB", "A\\tB"},
+        {"A\\nB\\rC", "A\nB\rC"},
+        {"A\\", "A\\"},
+        {std::string("A\0B", 3), "AB"},
+        {"\x80\xFF  X  \r\n", "X"},
+        {"X\r\r\nY\r\nZ", "X\nY\nZ"},
+        {"%AB?*\x02" "636;=1?", "%AB?;;=1?"},  // the stripe artefact between tracks
+        {"%AB?*\x02" "6\n6;", "%AB?*\x02" "6\n6;"},
+        {"@\x1e*>-\x1eX", "@*\x1e-X"},          // header repairs after the at sign
+        {"@\x1e*X", "@*X"},
+    };
+    for (const auto& [input, framed] : cases) EXPECT_EQ(barcode(input), framed) << input;
 }
 
 TEST(FrameBarcodeText, StaysWithinTheCapacity) {
