@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "../tools/answer_table.h"
+#include "answer_checks.h"
 #include "orvane_parser.h"
 #include "sample_inputs.h"
 
@@ -84,19 +84,6 @@ TEST(Allocations, SmallInputsAllocateTheBuffersOnce) {
     SVT_delete(handle);
 }
 
-// Every getter and check, as a caller asks them after a parse.
-void askEverything(SVT_ParserHandle* handle) {
-    char buffer[256];
-    int value = 0;
-    for (const auto& answer : orvane_tools::kTextAnswers) {
-        for (int capacity : {1, 2, 11, 256}) answer.getter(handle, buffer, capacity);
-    }
-    for (const auto& answer : orvane_tools::kFlagAnswers) answer.getter(handle, &value);
-    SVT_validateDocumentId(handle, &value);
-    SVT_validateJurisdictionCode(handle, &value);
-    SVT_validateBarcode(handle, 20, 15, 5, &value);
-}
-
 TEST(Allocations, ParsesAndAnswersAllocateNothingOnceTheBuffersExist) {
     const std::vector<std::string> inputs = orvane::testing::sampleInputs();
     ASSERT_FALSE(inputs.empty());
@@ -105,7 +92,7 @@ TEST(Allocations, ParsesAndAnswersAllocateNothingOnceTheBuffersExist) {
     EXPECT_EQ(allocationsDuring([&] {
                   for (const std::string& input : inputs) {
                       SVT_parse(handle, input.data(), static_cast<int>(input.size()));
-                      askEverything(handle);
+                      orvane::testing::askEverything(handle);  // every getter at several capacities
                   }
               }),
               0);
