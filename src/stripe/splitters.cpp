@@ -8,6 +8,21 @@
 namespace orvane {
 namespace {
 
+// Tracks on one line: "%" track 1 "?;" track 2, then the end marker of track 2 (its "?"
+// and the sentinel that opens track 3) and track 3 from that sentinel to the end.
+int32_t splitOnOneLine(const char* payload, int32_t length, const char* track3Marker, TrackSet* tracks) {
+    if (length < 8) return kErrPayloadTooShort;
+    const TextSpan text{payload, length};
+    if (payload[0] != '%' || findByte(text, '\n', 1) >= 0) return kErrFraming;
+    const int32_t end1 = findText(text, "?;", 0);
+    if (end1 < 0) return kErrFraming;
+    const int32_t end2 = findText(text, track3Marker, end1 + 1);
+    if (end2 < 0) return kErrFraming;
+    *tracks = TrackSet{TextSpan{payload, end1}, spanBetween(text, end1 + 1, end2), spanBetween(text, end2 + 1, length)};
+    return kOk;
+}
+
+
 constexpr const char* kLineEnds = "\r\n";
 constexpr const char* kQuotesAndBlanks = " \"";
 
@@ -81,15 +96,7 @@ int32_t splitQuotedLinesReversed(StripeParser&, const char* payload, int32_t len
 }
 
 int32_t splitThreeSentinels(StripeParser&, const char* payload, int32_t length, TrackSet* tracks) {
-    if (length < 8) return kErrPayloadTooShort;
-    const TextSpan text{payload, length};
-    if (payload[0] != '%' || findByte(text, '\n', 1) >= 0) return kErrFraming;
-    const int32_t end1 = findText(text, "?;", 0);
-    if (end1 < 0) return kErrFraming;
-    const int32_t end2 = findText(text, "?%", end1 + 1);
-    if (end2 < 0) return kErrFraming;
-    *tracks = TrackSet{TextSpan{payload, end1}, spanBetween(text, end1 + 1, end2), spanBetween(text, end2 + 1, length)};
-    return kOk;
+    return splitOnOneLine(payload, length, "?%", tracks);
 }
 
 int32_t splitWrapped(StripeParser&, const char* payload, int32_t length, TrackSet* tracks) {
@@ -122,15 +129,7 @@ int32_t splitAtEndSentinels(StripeParser&, const char* payload, int32_t length, 
 }
 
 int32_t splitHashSentinel(StripeParser&, const char* payload, int32_t length, TrackSet* tracks) {
-    if (length < 8) return kErrPayloadTooShort;
-    const TextSpan text{payload, length};
-    if (payload[0] != '%' || findByte(text, '\n', 1) >= 0) return kErrFraming;
-    const int32_t end1 = findText(text, "?;", 0);
-    if (end1 < 0) return kErrFraming;
-    const int32_t end2 = findText(text, "?#", end1 + 1);
-    if (end2 < 0) return kErrFraming;
-    *tracks = TrackSet{TextSpan{payload, end1}, spanBetween(text, end1 + 1, end2), spanBetween(text, end2 + 1, length)};
-    return kOk;
+    return splitOnOneLine(payload, length, "?#", tracks);
 }
 
 int32_t splitSingleTrack(StripeParser&, const char* payload, int32_t length, TrackSet* tracks) {
