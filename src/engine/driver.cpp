@@ -30,7 +30,9 @@ struct ParseRun {
     const char* data;
     int32_t dataLength;
     char* inputCopy;
-    int32_t room;          // what framers may fill: the scratch buffer less one byte
+    // What framers may fill: the scratch buffer less one byte, so an input as long as the
+    // buffer deliberately loses its last byte.
+    int32_t room;
     int32_t scoringRoom;   // what the scoring derivers may fill
     unsigned char upper[256];
     bool asciiUpperCase;

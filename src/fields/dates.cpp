@@ -14,6 +14,7 @@ int32_t readGroup(const char* text, int32_t length) {
     return static_cast<int32_t>(readLeadingInteger(TextSpan{text, length}));
 }
 
+// The day is deliberately not held to its month's length: February 31 reads.
 bool dayAndMonthInRange(int32_t day, int32_t month) {
     return day >= 1 && day <= 31 && month >= 1 && month <= 12;
 }
