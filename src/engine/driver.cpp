@@ -199,12 +199,22 @@ bool allDigits(const char* text, int32_t n) {
     return true;
 }
 
-// Adds the AAMVA version of the framed text to the winner's record.
-void storeAamvaVersion(const char* text, int32_t length, ParsedRecord* record) {
+// The AAMVA version of a row's text as its reader left it (readers may rewrite their text
+// in place), read before the scoring derivers overwrite the scratch buffer.
+struct HeaderVersion {
+    bool found;
+    char digits[2];
+};
+
+HeaderVersion readHeaderVersion(const char* text, int32_t length) {
     TextSpan version;
-    if (findAamvaHeader(text, length, &version) == kOk) {
-        setFieldFromSpan(record, field::aamvaVersion, version, nullptr, nullptr, '\0');
-    }
+    if (findAamvaHeader(text, length, &version) != kOk) return HeaderVersion{false, {}};
+    return HeaderVersion{true, {version.data[0], version.data[1]}};
+}
+
+// Adds the AAMVA version to the winner's record.
+void storeAamvaVersion(const HeaderVersion& version, ParsedRecord* record) {
+    if (version.found) setFieldFromSpan(record, field::aamvaVersion, TextSpan{version.digits, 2}, nullptr, nullptr, '\0');
 }
 
 // Whether a derived text equals the expected code; the scratch buffer receives it.
@@ -270,30 +280,33 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
     int32_t bestRow = -1;
     int32_t bestScore = kNoScore;
     int32_t bestUsed = 0;
+    HeaderVersion bestVersion{false, {}};
     for (size_t r = 0; r < rows.size(); ++r) {
         int32_t length = 0;
         if (runRow(run, rows[r], record, clock, &length) != kOk) continue;
         int32_t score = countFilledFields(record);
         if (score == 0) continue;
+        const HeaderVersion version = readHeaderVersion(inputCopy, length);
         // The scoring derivers write into the scratch buffer; the next row frames anew.
         score += scoreAdjustment(rows[r], record, inputCopy, run.scoringRoom);
         if (score > bestScore) {
             bestRow = static_cast<int32_t>(r);
             bestScore = score;
             bestUsed = record->workUsed;
+            bestVersion = version;
             keepBestRecord(run, record, bestRow);
         }
     }
     if (bestRow < 0) return kErrNotRecognised;
     const FormatDescriptor& best = rows[static_cast<size_t>(bestRow)];
-    int32_t length = 0;
     if (run.snapshotRow == bestRow) {
         restoreBestRecord(run, record, bestUsed);
-        if (int32_t framed = frameForRow(run, best, &length)) return framed;
-    } else if (int32_t final = runRow(run, best, record, clock, &length)) {
-        return final;
+    } else {
+        int32_t length = 0;
+        if (int32_t final = runRow(run, best, record, clock, &length)) return final;
+        bestVersion = readHeaderVersion(inputCopy, length);
     }
-    storeAamvaVersion(inputCopy, length, record);
+    storeAamvaVersion(bestVersion, record);
     record->formatGroup = best.formatGroup;
     record->formatId = best.formatId;
     sanitizeWorkBuffer(record);
