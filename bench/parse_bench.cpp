@@ -159,12 +159,22 @@ public:
             const double parse = at("parse");
             const double floor = at("copy-floor");
             const double winner = at("winner-only");
-            std::printf("| %s | %.2f | %.2f | %.2f | %.0f | %.1f |\n", sample.c_str(), parse / 1000, at("parse+answers") / 1000,
-                        winner / 1000, floor > 0 ? parse / floor : 0.0, winner > 0 ? parse / winner : 0.0);
+            std::printf("| %s | %s | %s | %s | %s | %s |\n", sample.c_str(), cell("%.2f", parse / 1000).c_str(),
+                        cell("%.2f", at("parse+answers") / 1000).c_str(), cell("%.2f", winner / 1000).c_str(),
+                        cell("%.0f", floor > 0 ? parse / floor : 0.0).c_str(),
+                        cell("%.1f", winner > 0 ? parse / winner : 0.0).c_str());
         }
     }
 
 private:
+    // A measure that was not taken (the padded inputs only time the parse) stays blank.
+    static std::string cell(const char* format, double value) {
+        if (value <= 0) return "";
+        char text[32];
+        std::snprintf(text, sizeof text, format, value);
+        return text;
+    }
+
     std::map<std::string, std::map<std::string, double>> medians_;
 };
 
