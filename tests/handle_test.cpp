@@ -5,6 +5,7 @@
 #include <string>
 
 #include "engine/status.h"
+#include "sample_inputs.h"
 #include "test_support.h"
 
 namespace orvane {
@@ -50,6 +51,31 @@ TEST(Handle, BuffersGrowOnlyForLargerInputs) {
     SVT_parse(h.get(), small.data(), static_cast<int>(small.size()));
     EXPECT_EQ(h->workStore, work);
     EXPECT_EQ(h->inputCopyCapacity, 10000);
+}
+
+// Values are cut where the work buffer ends, and a grown handle keeps its room, so a
+// reused handle may keep more of a long reading than a fresh one. This 2 KB input fills
+// the default 8 KB work buffer before its reader stores the country.
+TEST(Handle, GrownBuffersKeepMoreOfAValueCutAtTheEnd) {
+    const std::string input = testing::readBytes(std::filesystem::path(ORVANE_SOURCE_DIR) / "tests" / "data" /
+                                                 "regressions" / "virgin-islands-fills-work-buffer.txt");
+    ASSERT_LT(input.size(), 2048u);
+    auto countryAfter = [&](SVT_ParserHandle* h) {
+        char country[64] = {};
+        EXPECT_EQ(SVT_parse(h, input.data(), static_cast<int>(input.size())), SVT_OK);
+        EXPECT_EQ(SVT_getCountry(h, country, sizeof country), SVT_OK);
+        return std::string(country);
+    };
+    HandlePtr fresh(SVT_create());
+    const std::string cut = countryAfter(fresh.get());
+    EXPECT_EQ(fresh->record.workUsed, kMinimumBufferSize);
+    HandlePtr grown(SVT_create());
+    const std::string big(10000, 'x');
+    SVT_parse(grown.get(), big.data(), static_cast<int>(big.size()));
+    const std::string whole = countryAfter(grown.get());
+    EXPECT_EQ(whole, "Virgin Islands of the U.S.");
+    EXPECT_LT(cut.size(), whole.size());
+    EXPECT_EQ(whole.compare(0, cut.size(), cut), 0);
 }
 
 // The argument rules every exported getter shares, shown on one of each kind.
