@@ -69,6 +69,8 @@ TEST(FrameBarcodeText, SpelledOutFormsEscapesAndRepairs) {
         {"A\\nB\\rC", "A\nB\rC"},
         {"A\\", "A\\"},
         {std::string("A\0B", 3), "AB"},
+        {std::string("\0A\\\0nB\0\0", 8), "A\\nB"},     // a NUL between ends the escape
+        {std::string("A\\\\nB\0\\r\\", 9), "A\\\nB\r\\"},  // runs move around both
         {"\x80\xFF  X  \r\n", "X"},
         {"X\r\r\nY\r\nZ", "X\nY\nZ"},
         {"%AB?*\x02" "636;=1?", "%AB?;;=1?"},  // the stripe artefact between tracks
