@@ -109,25 +109,14 @@ void repairTrackBoundaries(char* text, int32_t n) {
     }
 }
 
-// The position of the next byte at or after from, or n when there is none.
-int32_t nextByte(const char* text, int32_t from, int32_t n, char byte) {
-    const void* found = std::memchr(text + from, byte, static_cast<size_t>(n - from));
-    return found == nullptr ? n : static_cast<int32_t>(static_cast<const char*>(found) - text);
-}
-
 // Drops NUL bytes and turns the escapes \n and \r into the line breaks they name. The
 // text between such bytes moves as whole runs: scanners that pad with NULs deliver long
 // texts full of them.
 int32_t compactEscapes(char* text, int32_t n) {
-    int32_t nextNul = nextByte(text, 0, n, '\0');
-    int32_t nextBackslash = nextByte(text, 0, n, '\\');
     int32_t kept = 0;
     int32_t i = 0;
     while (true) {
-        // Positions found earlier stay valid: bytes are only ever written behind i.
-        if (nextNul < i) nextNul = nextByte(text, i, n, '\0');
-        if (nextBackslash < i) nextBackslash = nextByte(text, i, n, '\\');
-        const int32_t stop = nextNul < nextBackslash ? nextNul : nextBackslash;
+        const int32_t stop = i + findEitherByte(text + i, n - i, '\0', '\\');
         if (kept != i) std::memmove(text + kept, text + i, static_cast<size_t>(stop - i));
         kept += stop - i;
         if (stop == n) return kept;
