@@ -16,18 +16,8 @@ bool startsWith(TextSpan span, const char* prefix) {
     return span.data != nullptr && span.length >= n && std::memcmp(span.data, prefix, static_cast<size_t>(n)) == 0;
 }
 
-bool allDigits(const char* text, int32_t n) {
-    for (int32_t i = 0; i < n; ++i) {
-        if (!isAsciiDigit(static_cast<unsigned char>(text[i]))) return false;
-    }
-    return true;
-}
-
 bool allLetters(const char* text, int32_t n) {
-    for (int32_t i = 0; i < n; ++i) {
-        if (!isAsciiAlpha(static_cast<unsigned char>(text[i]))) return false;
-    }
-    return true;
+    return runLength(TextSpan{text, n}, 0, isAsciiAlpha, n) == n;
 }
 
 bool isNumericHeaderChar(char c) {
@@ -115,16 +105,10 @@ void readSubfileType(AamvaParser& p, TextSpan directory, SubfileEntry* entry) {
 int32_t aamvaMainStep(AamvaParser& p, const char* payload, int32_t length) {
     if (payload == nullptr || length < 0) return kErrInvalidArgument;
     const TextSpan span{payload, length};
-    if (p.headerStep != nullptr) {
-        if (int32_t status = p.headerStep(p, span)) return status;
-    }
-    if (p.headerCheck != nullptr) {
-        if (int32_t status = p.headerCheck(p, span)) return status;
-    }
-    if (p.bodyStep != nullptr) {
-        if (int32_t status = p.bodyStep(p, span)) return status;
-    }
-    if (fieldMissing(p.record, field::documentType) != 0) setFieldLiteral(p.record, field::documentType, "DL");
+    if (int32_t status = runStep(p.headerStep, p, span)) return status;
+    if (int32_t status = runStep(p.headerCheck, p, span)) return status;
+    if (int32_t status = runStep(p.bodyStep, p, span)) return status;
+    defaultToLicence(p.record);
     return kOk;
 }
 
@@ -144,14 +128,10 @@ int32_t aamvaReadHeader(AamvaParser& p, TextSpan payload, bool separatorsFromPay
     } else {
         p.dataElementSeparator = p.recordSeparator = p.segmentTerminator = '\n';
     }
-    if (p.versionStep != nullptr) {
-        if (int32_t status = p.versionStep(p, payload)) return status;
-    }
-    if (p.entriesStep != nullptr) {
-        if (int32_t status = p.entriesStep(p, payload)) return status;
-    }
+    if (int32_t status = runStep(p.versionStep, p, payload)) return status;
+    if (int32_t status = runStep(p.entriesStep, p, payload)) return status;
     if (p.entryCount < 1) p.entryCount = 1;
-    return p.issuerStep != nullptr ? p.issuerStep(p, payload) : kOk;
+    return runStep(p.issuerStep, p, payload);
 }
 
 int32_t aamvaVersionStep(AamvaParser& p, TextSpan payload) {
@@ -159,7 +139,7 @@ int32_t aamvaVersionStep(AamvaParser& p, TextSpan payload) {
     int32_t value = 0;
     if (!readHeaderNumber(payload, p.versionOffset, p.versionLength, &value)) return kErrVersion;
     p.version = value;
-    return p.versionCheck != nullptr ? p.versionCheck(p) : kOk;
+    return runStep(p.versionCheck, p);
 }
 
 int32_t aamvaEntriesStep(AamvaParser& p, TextSpan payload) {
@@ -174,7 +154,7 @@ int32_t aamvaIssuerStep(AamvaParser& p, TextSpan payload) {
     if (payload.length < static_cast<int64_t>(p.iinOffset) + p.iinLength) return kErrPayloadTooShort;
     TextSpan iin{payload.data + p.iinOffset, static_cast<int32_t>(p.iinLength)};
     trimSet(&iin, " \n\t\r");
-    setFieldFromSpan(p.record, field::iin, iin, nullptr, nullptr, '\0');
+    setField(p.record, field::iin, iin);
     return kOk;
 }
 
@@ -187,15 +167,11 @@ int32_t aamvaBodyStep(AamvaParser& p, TextSpan payload) {
     if (p.directoryLocator != nullptr) {
         TextSpan directory{payload.data, 0};
         if (int32_t status = p.directoryLocator(p, payload, &directory)) return status;
-        if (p.directoryReader != nullptr) {
-            if (int32_t status = p.directoryReader(p, payload, directory, &entry)) return status;
-        }
+        if (int32_t status = runStep(p.directoryReader, p, payload, directory, &entry)) return status;
     }
     TextSpan data{payload.data, 0};
-    if (p.subfileSelector != nullptr) {
-        if (int32_t status = p.subfileSelector(p, payload, &entry, &data)) return status;
-    }
-    return p.elementStep != nullptr ? p.elementStep(p, data) : kOk;
+    if (int32_t status = runStep(p.subfileSelector, p, payload, &entry, &data)) return status;
+    return runStep(p.elementStep, p, data);
 }
 
 int32_t aamvaDirectoryLocator(AamvaParser& p, TextSpan payload, TextSpan* directory) {
@@ -267,7 +243,7 @@ int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters, 
 
 int32_t aamvaElementStore(AamvaParser& p, FieldId id, TextSpan value) {
     trimIf(&value, isBlankOrNul);
-    setFieldFromSpan(p.record, id, value, nullptr, nullptr, '\0');
+    setField(p.record, id, value);
     return kOk;
 }
 
@@ -306,7 +282,7 @@ int32_t initAamvaParser(AamvaParser& p, uint32_t formatNumber, ParsedRecord* rec
 }
 
 int32_t runAamvaParser(AamvaParser& p, const char* payload, int32_t length) {
-    return p.mainStep != nullptr ? p.mainStep(p, payload, length) : kOk;
+    return runStep(p.mainStep, p, payload, length);
 }
 
 }  // namespace orvane

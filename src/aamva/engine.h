@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <span>
 
+#include "engine/format.h"
 #include "engine/record.h"
 
 namespace orvane {

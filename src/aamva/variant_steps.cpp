@@ -62,7 +62,7 @@ int32_t storeMonthFirstDate(AamvaParser& p, FieldId id, TextSpan value) {
     const int32_t head = n < 4 ? n : 4;
     std::memcpy(reordered, date + head, static_cast<size_t>(n - head));
     std::memcpy(reordered + n - head, date, static_cast<size_t>(head));
-    setFieldFromSpan(p.record, id, TextSpan{reordered, n}, nullptr, nullptr, '\0');
+    setField(p.record, id, TextSpan{reordered, n});
     return kOk;
 }
 
@@ -129,7 +129,7 @@ int32_t storeIssuerAfterAnsi(AamvaParser& p, TextSpan payload) {
         int32_t at = from + found + 4;
         while (at < payload.length && isAsciiSpace(static_cast<unsigned char>(payload.data[at]))) ++at;
         if (payload.length - at >= 6 && allChars(TextSpan{payload.data + at, 6}, isDecimalDigit) == 0) {
-            setFieldFromSpan(p.record, field::iin, TextSpan{payload.data + at, 6}, nullptr, nullptr, '\0');
+            setField(p.record, field::iin, TextSpan{payload.data + at, 6});
             return kOk;
         }
         from = at;
@@ -139,7 +139,7 @@ int32_t storeIssuerAfterAnsi(AamvaParser& p, TextSpan payload) {
 
 int32_t takeExpectedVersion(AamvaParser& p, TextSpan) {
     p.version = static_cast<int32_t>(p.expectedVersion);
-    return p.versionCheck != nullptr ? p.versionCheck(p) : kOk;
+    return runStep(p.versionCheck, p);
 }
 
 int32_t takeOneEntry(AamvaParser& p, TextSpan) {

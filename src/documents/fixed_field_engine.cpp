@@ -43,9 +43,7 @@ int32_t runFixedFieldEngine(FixedFieldEngine& e, const char* input, int32_t leng
 int32_t fixedFieldRun(FixedFieldEngine& e, const char* input, int32_t length) {
     if (input == nullptr || length < 0) return kErrInvalidArgument;
     const TextSpan whole{input, length};
-    if (e.checkHeader != nullptr) {
-        if (int32_t status = e.checkHeader(e, whole)) return status;
-    }
+    if (int32_t status = runStep(e.checkHeader, e, whole)) return status;
     if (e.enterBody == nullptr) return kOk;
     return e.enterBody(e, whole);
 }

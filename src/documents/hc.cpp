@@ -28,11 +28,6 @@ void storeCheckedDate(ParsedRecord* record, FieldId id, int32_t year, int32_t mo
     setFieldDate(record, id, &date);
 }
 
-bool allDigitsAt(TextSpan text, int32_t from, int32_t length) {
-    return from >= 0 && from + length <= text.length &&
-           allChars(TextSpan{text.data + from, length}, isAsciiDigit) == 0;
-}
-
 // ---- Format 48: fixed positions after "@" and "HC"
 
 struct Positions {
@@ -149,7 +144,7 @@ CardName cardNameAt(TextSpan segment, int32_t p) {
 // The 16 digits after the name: characters 4 to 6 are "799".
 bool hasNumberBlock(TextSpan segment, int32_t caret) {
     if (segment.length - caret < kNumberBlockLength + 1) return false;
-    if (!allDigitsAt(segment, caret + 1, kNumberBlockLength)) return false;
+    if (!digitsAt(segment, caret + 1, kNumberBlockLength)) return false;
     const char* block = segment.data + caret + 1;
     return block[4] == '7' && block[5] == '9' && block[6] == '9';
 }
@@ -285,7 +280,7 @@ const HcKeyword* findKeyword(TextSpan word) {
 
 // Year, one separator and month; the card is valid to the month's last day.
 bool storeMonthEnd(ParsedRecord* record, FieldId id, TextSpan value) {
-    if (value.length != 7 || !allDigitsAt(value, 0, 4) || !allDigitsAt(value, 5, 2)) return false;
+    if (value.length != 7 || !digitsAt(value, 0, 4) || !digitsAt(value, 5, 2)) return false;
     const int32_t year = numberAt(value, 0, 4);
     const int32_t month = numberAt(value, 5, 2);
     storeCheckedDate(record, id, year, month, daysInMonth(year, month));
@@ -293,8 +288,8 @@ bool storeMonthEnd(ParsedRecord* record, FieldId id, TextSpan value) {
 }
 
 bool storeSeparatedDate(ParsedRecord* record, FieldId id, TextSpan value) {
-    if (value.length != 10 || !allDigitsAt(value, 0, 4) || !allDigitsAt(value, 5, 2) ||
-        !allDigitsAt(value, 8, 2)) {
+    if (value.length != 10 || !digitsAt(value, 0, 4) || !digitsAt(value, 5, 2) ||
+        !digitsAt(value, 8, 2)) {
         return false;
     }
     storeCheckedDate(record, id, numberAt(value, 0, 4), numberAt(value, 5, 2), numberAt(value, 8, 2));

@@ -138,7 +138,7 @@ void storeZoneText(ParsedRecord* record, FieldId id, TextSpan text) {
 int32_t storeCountryCode(ZoneReader& r, FieldId id, TextSpan field) {
     TextSpan code;
     if (int32_t status = readMrzCountryCode(field, &code)) return status;
-    if (code.length > 0) setFieldFromSpan(r.record, id, code, nullptr, nullptr, '\0');
+    if (code.length > 0) setField(r.record, id, code);
     return kOk;
 }
 
@@ -195,7 +195,7 @@ void storeTrimmedText(ZoneReader& r, FieldId id, TextSpan field) {
 // Two letters in the card's optional data are taken for a region code.
 void storeResidenceCode(ZoneReader& r, TextSpan field) {
     if (allChars(field, isAsciiUpper) != 0) return;
-    setFieldFromSpan(r.record, field::residenceJurisdictionCode, field, nullptr, nullptr, '\0');
+    setField(r.record, field::residenceJurisdictionCode, field);
 }
 
 int32_t readZoneStep(ZoneReader& r, const ZoneStep& step) {

@@ -178,7 +178,7 @@ int32_t readElementLines(TextSpan text, std::span<const ElementRule> rules, Pars
     TextSpan rest = text;
     while (nextElementLine(&rest, rules, &line)) {
         if (spanUsable(line.designator) && fieldMissing(record, field::documentType) != 0) {
-            setFieldFromSpan(record, field::documentType, line.designator, nullptr, nullptr, '\0');
+            setField(record, field::documentType, line.designator);
         }
         line.rule->store(record, line.rule->field, line.value);
         ++stored;
@@ -208,7 +208,7 @@ int32_t readElementLayout(char* text, int32_t length, ParsedRecord* record, cons
     readElementLines(whole, layout.rules, record);
     setFieldLiteral(record, field::country, layout.country);
     setFieldLiteral(record, field::countryCode, layout.countryCode);
-    if (fieldMissing(record, field::documentType) != 0) setFieldLiteral(record, field::documentType, "DL");
+    defaultToLicence(record);
     return kOk;
 }
 

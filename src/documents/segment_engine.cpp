@@ -7,14 +7,6 @@ namespace {
 
 constexpr const char* kDocumentHc = "HC";
 
-void runFieldStep(SegmentEngine& e, SegmentFieldStep step, TextSpan segment) {
-    if (step != nullptr) step(e, segment);
-}
-
-void runSegmentStep(SegmentEngine& e, int32_t (*step)(SegmentEngine&, TextSpan), TextSpan segment) {
-    // A segment step cannot refuse the input: its result is not looked at.
-    if (step != nullptr) step(e, segment);
-}
 
 }  // namespace
 
@@ -37,23 +29,20 @@ int32_t segmentRun(SegmentEngine& e, const char* input, int32_t length) {
             return status;
         }
     }
-    if (e.check != nullptr) {
-        if (int32_t status = e.check(e, segments[0])) return status;
-    }
-    runSegmentStep(e, e.dispatch, segments[0]);
-    runSegmentStep(e, e.second, segments[1]);
-    runSegmentStep(e, e.third, segments[2]);
-    if (fieldMissing(e.record, field::documentType) != 0) {
-        setFieldLiteral(e.record, field::documentType, kDocumentHc);
-    }
+    if (int32_t status = runStep(e.check, e, segments[0])) return status;
+    // A segment step cannot refuse the input: its result is not looked at.
+    runStep(e.dispatch, e, segments[0]);
+    runStep(e.second, e, segments[1]);
+    runStep(e.third, e, segments[2]);
+    setFieldLiteralIfMissing(e.record, field::documentType, kDocumentHc);
     return kOk;
 }
 
 int32_t dispatchFieldSteps(SegmentEngine& e, TextSpan segment) {
     if (!spanUsable(segment)) return kOk;
-    runFieldStep(e, e.fieldFirst, segment);
-    for (SegmentFieldStep step : e.fieldSteps) runFieldStep(e, step, segment);
-    runFieldStep(e, e.fieldLast, segment);
+    runStep(e.fieldFirst, e, segment);
+    for (SegmentFieldStep step : e.fieldSteps) runStep(step, e, segment);
+    runStep(e.fieldLast, e, segment);
     return kOk;
 }
 

@@ -214,7 +214,7 @@ HeaderVersion readHeaderVersion(const char* text, int32_t length) {
 
 // Adds the AAMVA version to the winner's record.
 void storeAamvaVersion(const HeaderVersion& version, ParsedRecord* record) {
-    if (version.found) setFieldFromSpan(record, field::aamvaVersion, TextSpan{version.digits, 2}, nullptr, nullptr, '\0');
+    if (version.found) setField(record, field::aamvaVersion, TextSpan{version.digits, 2});
 }
 
 // Whether a derived text equals the expected code; the scratch buffer receives it.

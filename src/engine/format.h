@@ -2,8 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
+#include <utility>
 
 #include "engine/record.h"
+#include "engine/status.h"
 
 namespace orvane {
 
@@ -26,5 +29,18 @@ using Framer = int32_t (*)(const char* input, int32_t inputLength, char* out, in
 // The text is the driver's own copy and may be rewritten in place.
 using FormatParser = int32_t (*)(char* text, int32_t length, ParsedRecord* record,
                                  const ParseClock* clock);
+
+// Runs one step of a reader's engine: a step a variant left empty, or one that answers
+// nothing, gives 0.
+template <typename Step, typename... Args>
+inline int32_t runStep(Step step, Args&&... args) {
+    if (step == nullptr) return kOk;
+    if constexpr (std::is_void_v<std::invoke_result_t<Step, Args...>>) {
+        step(std::forward<Args>(args)...);
+        return kOk;
+    } else {
+        return step(std::forward<Args>(args)...);
+    }
+}
 
 }  // namespace orvane

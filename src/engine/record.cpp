@@ -205,7 +205,11 @@ FieldSlot* setFieldProduced(ParsedRecord* record, FieldId id, const void* contex
 
 FieldSlot* setFieldLiteral(ParsedRecord* record, FieldId id, const char* text) {
     if (text == nullptr) return nullptr;
-    return setFieldFromSpan(record, id, makeSpan(text), nullptr, nullptr, '\0');
+    return setField(record, id, makeSpan(text));
+}
+
+void setFieldLiteralIfMissing(ParsedRecord* record, FieldId id, const char* text) {
+    if (fieldMissing(record, id) != 0) setFieldLiteral(record, id, text);
 }
 
 FieldSlot* setFieldDate(ParsedRecord* record, FieldId id, const DateValue* date) {

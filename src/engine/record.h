@@ -94,6 +94,14 @@ FieldSlot* setFieldProduced(ParsedRecord* record, FieldId id, const void* contex
                             FieldProducer producer);
 FieldSlot* setFieldLiteral(ParsedRecord* record, FieldId id, const char* text);
 FieldSlot* setFieldDate(ParsedRecord* record, FieldId id, const DateValue* date);
+// setFieldFromSpan with nothing filtered: the value as it stands.
+inline FieldSlot* setField(ParsedRecord* record, FieldId id, TextSpan span) {
+    return setFieldFromSpan(record, id, span, nullptr, nullptr, '\0');
+}
+// Stores the text only when the slot is still empty.
+void setFieldLiteralIfMissing(ParsedRecord* record, FieldId id, const char* text);
+// A reader that found no document type reads a driving licence.
+inline void defaultToLicence(ParsedRecord* record) { setFieldLiteralIfMissing(record, field::documentType, "DL"); }
 
 // Readers.
 int32_t firstFilledField(const ParsedRecord* record, const FieldId* ids, int32_t count,

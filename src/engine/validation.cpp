@@ -85,11 +85,6 @@ bool startsWithCode(TextSpan number, const char code[4]) {
     return number.length >= 4 && std::memcmp(number.data, code, 4) == 0;
 }
 
-bool digitsAt(TextSpan text, int32_t from, int32_t n) {
-    int32_t pos = from;
-    return consumeRun(text, &pos, n, isDigitClass);
-}
-
 // The two digits of a number at from equal value (0..99).
 bool twoDigitsEqual(TextSpan text, int32_t from, int32_t value) {
     return digitsAt(text, from, 2) && (text.data[from] - '0') * 10 + (text.data[from + 1] - '0') == value;

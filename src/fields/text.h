@@ -82,6 +82,24 @@ void trimSet(TextSpan* span, const char* set);
 // span or test.
 int32_t allChars(TextSpan span, CharTest test);
 
+// Whether the n bytes at text are all decimal digits (the caller knows they are there).
+inline bool allDigits(const char* text, int32_t n) {
+    for (int32_t i = 0; i < n; ++i) {
+        if (!isAsciiDigit(static_cast<unsigned char>(text[i]))) return false;
+    }
+    return true;
+}
+// Whether the span holds n decimal digits from index from on.
+inline bool digitsAt(TextSpan span, int32_t from, int32_t n) {
+    return span.data != nullptr && from >= 0 && n >= 0 && from + n <= span.length && allDigits(span.data + from, n);
+}
+// How many bytes from index at pass the test, counting at most limit.
+inline int32_t runLength(TextSpan span, int32_t at, CharTest test, int32_t limit) {
+    int32_t n = 0;
+    while (at + n < span.length && n < limit && test(static_cast<unsigned char>(span.data[at + n]))) ++n;
+    return n;
+}
+
 // Index of the first byte equal to a or b in text[0, length), or length; eight bytes at
 // a time.
 inline int32_t findEitherByte(const char* text, int32_t length, char a, char b) {

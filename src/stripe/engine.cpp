@@ -31,13 +31,6 @@ constexpr int32_t kBirthMonth = 99;
 // Bytes 14 on from a track 3 sentinel: template and security versions, 11 of postal code.
 constexpr int32_t kLocatedOffset = 14;
 
-// How many bytes from `at` pass the test, counting at most `limit`.
-int32_t runLength(TextSpan track, int32_t at, CharTest test, int32_t limit) {
-    int32_t n = 0;
-    while (at + n < track.length && n < limit && test(static_cast<unsigned char>(track.data[at + n]))) ++n;
-    return n;
-}
-
 bool lettersAt(TextSpan track, int32_t at, int32_t n) {
     return at >= 0 && at + n <= track.length && runLength(track, at, isAsciiAlpha, n) == n;
 }
@@ -91,10 +84,6 @@ int isAddressEdge(int c) {
     return charInSet(static_cast<char>(c), kStripeAddressReplaceChars) || charInSet(static_cast<char>(c), kAddressEdges);
 }
 
-void runStep(StripeStep step, StripeParser& p, TextSpan track) {
-    if (step != nullptr) step(p, track);
-}
-
 }  // namespace
 
 char trackByte(TextSpan track, int32_t index) {
@@ -118,13 +107,6 @@ bool isLicenceTrack1(TextSpan track) {
 void dropLeading(TextSpan* track, int32_t n) { spanSkip(track, n); }
 
 bool isTrack3Sentinel(char c) { return c == '+' || c == '%' || c == '#'; }
-
-bool allDigitsAt(const char* text, int32_t n) {
-    for (int32_t i = 0; i < n; ++i) {
-        if (!isAsciiDigit(static_cast<unsigned char>(text[i]))) return false;
-    }
-    return true;
-}
 
 int32_t readDigits(const char* text, int32_t n) {
     int32_t value = 0;
@@ -190,7 +172,7 @@ void storePostalCode(ParsedRecord* record, TextSpan code) {
         std::memcpy(formatted + 6, code.data + 5, 4);
         code = TextSpan{formatted, 10};
     }
-    setFieldFromSpan(record, field::postalCode, code, nullptr, nullptr, '\0');
+    setField(record, field::postalCode, code);
 }
 
 int isPostalCodeChar(int c) { return isAsciiUpper(c) || isAsciiDigit(c) || c == ' '; }
@@ -217,7 +199,7 @@ int32_t readOverflowDigits(TextSpan track, int32_t equals, char* out) {
 
 void storeTrimmed(ParsedRecord* record, FieldId id, TextSpan value) {
     trimIf(&value, isWhiteSpace);
-    setFieldFromSpan(record, id, value, nullptr, nullptr, '\0');
+    setField(record, id, value);
 }
 
 bool findTrack1Address(TextSpan track, TextSpan* address) {
@@ -239,16 +221,12 @@ void storeSlice(ParsedRecord* record, TextSpan track, const TrackSlice& slice) {
 int32_t stripeMainStep(StripeParser& p, const char* payload, int32_t length) {
     if (payload == nullptr || length < 0) return kErrInvalidArgument;
     TrackSet tracks{};
-    if (p.trackSplitter != nullptr) {
-        if (int32_t status = p.trackSplitter(p, payload, length, &tracks)) return status;
-    }
-    if (p.trackCheck != nullptr) {
-        if (int32_t status = p.trackCheck(p, &tracks)) return status;
-    }
+    if (int32_t status = runStep(p.trackSplitter, p, payload, length, &tracks)) return status;
+    if (int32_t status = runStep(p.trackCheck, p, &tracks)) return status;
     runStep(p.track1Driver, p, tracks.track1);
     runStep(p.track2Driver, p, tracks.track2);
     runStep(p.track3Driver, p, tracks.track3);
-    if (fieldMissing(p.record, field::documentType) != 0) setFieldLiteral(p.record, field::documentType, "DL");
+    defaultToLicence(p.record);
     return kOk;
 }
 
@@ -262,7 +240,7 @@ int32_t stripeTrack1Driver(StripeParser& p, TextSpan track) {
 }
 
 int32_t stripeJurisdictionStep(StripeParser& p, TextSpan track) {
-    if (lettersAt(track, 0, 2)) setFieldFromSpan(p.record, field::jurisdictionCode, TextSpan{track.data, 2}, nullptr, nullptr, '\0');
+    if (lettersAt(track, 0, 2)) setField(p.record, field::jurisdictionCode, TextSpan{track.data, 2});
     return kOk;
 }
 
@@ -298,21 +276,21 @@ int32_t stripeIssuerStep(StripeParser& p, TextSpan track) {
     if (track.data == nullptr || track.length <= 7) return kOk;
     const int32_t equals = findByte(track, '=', 0);
     const int32_t account = equals >= 0 ? equals : track.length;
-    if (account >= 7 && account <= 19 && allDigitsAt(track.data, account)) {
-        setFieldFromSpan(p.record, field::iin, TextSpan{track.data, kIinLength}, nullptr, nullptr, '\0');
+    if (account >= 7 && account <= 19 && allDigits(track.data, account)) {
+        setField(p.record, field::iin, TextSpan{track.data, kIinLength});
     }
     return kOk;
 }
 
 int32_t stripeLicenseNumberStep(StripeParser& p, TextSpan track) {
-    if (track.data == nullptr || track.length <= 19 || !allDigitsAt(track.data, kIinLength)) return kOk;
+    if (track.data == nullptr || track.length <= 19 || !allDigits(track.data, kIinLength)) return kOk;
     const int32_t digits = runLength(track, kIinLength, isAsciiDigit, kLongestNumberField);
     const int32_t equals = kIinLength + digits;
     if (trackByte(track, equals) != '=') return kOk;
     char number[kLongestNumberField + kLongestOverflow] = {};
     std::memcpy(number, track.data + kIinLength, static_cast<size_t>(digits));
     const int32_t length = digits + readOverflowDigits(track, equals, number + digits);
-    setFieldFromSpan(p.record, field::licenseNumber, TextSpan{number, length}, nullptr, nullptr, '\0');
+    setField(p.record, field::licenseNumber, TextSpan{number, length});
     return kOk;
 }
 
@@ -321,7 +299,7 @@ int32_t stripeDatesStep(StripeParser& p, TextSpan track) {
     const int32_t equals = findByte(track, '=', 0);
     if (equals < 0 || track.length - equals < kDateDigits + 1) return kOk;
     const char* d = track.data + equals + 1;
-    if (!allDigitsAt(d, kDateDigits)) return kOk;
+    if (!allDigits(d, kDateDigits)) return kOk;
     const int32_t expiryMonth = readDigits(d + 2, 2);
     DateValue birth = makeDate(readDigits(d + 4, 4), readDigits(d + 8, 2), readDigits(d + 10, 2));
     // Deliberately takes the expiry month as birth month when only the latter is impossible.
@@ -390,7 +368,7 @@ int32_t stripeHeightStep(StripeParser& p, TextSpan located) {
     if (height.length < 1 || allChars(height, isAsciiDigit) != 0) return kOk;
     // A first digit of 1 or 2 is centimetres; feet and inches start from 3.
     const bool centimetres = height.data[0] == '1' || height.data[0] == '2';
-    setFieldFromSpan(p.record, centimetres ? field::heightCentimeters : field::height, height, nullptr, nullptr, '\0');
+    setField(p.record, centimetres ? field::heightCentimeters : field::height, height);
     return kOk;
 }
 
@@ -398,12 +376,12 @@ int32_t stripeWeightStep(StripeParser& p, TextSpan located) {
     if (located.data == nullptr || located.length <= 22) return kOk;
     const char* w = located.data + 20;
     const unsigned char first = static_cast<unsigned char>(w[0]);
-    if (!(isAsciiDigit(first) || isWhiteSpace(first)) || !allDigitsAt(w + 1, 2)) return kOk;
+    if (!(isAsciiDigit(first) || isWhiteSpace(first)) || !allDigits(w + 1, 2)) return kOk;
     TextSpan weight{w, 3};
     trimIf(&weight, isWhiteSpace);
     // Up to 100 is kilograms; more is pounds.
     const bool kilograms = readDigits(weight.data, weight.length) < 101;
-    setFieldFromSpan(p.record, kilograms ? field::weightKilograms : field::weightPounds, weight, nullptr, nullptr, '\0');
+    setField(p.record, kilograms ? field::weightKilograms : field::weightPounds, weight);
     return kOk;
 }
 
@@ -435,7 +413,7 @@ void initStripeParser(StripeParser& p, ParsedRecord* record, const ParseClock* c
 }
 
 int32_t runStripeParser(StripeParser& p, const char* payload, int32_t length) {
-    return p.mainStep != nullptr ? p.mainStep(p, payload, length) : kOk;
+    return runStep(p.mainStep, p, payload, length);
 }
 
 }  // namespace orvane

@@ -115,8 +115,6 @@ bool isLicenceTrack1(TextSpan track);
 void dropLeading(TextSpan* track, int32_t n);
 // One of "+", "%" and "#", the start sentinels that track 3 comes with.
 bool isTrack3Sentinel(char c);
-// Whether the n bytes at text are all decimal digits.
-bool allDigitsAt(const char* text, int32_t n);
 // The value of n decimal digits at text (the caller checked them).
 int32_t readDigits(const char* text, int32_t n);
 // Index of the first c in the track at or after from, or -1.

@@ -22,7 +22,7 @@ bool isCanadianJurisdiction(const char* code) {
 
 // ";" then six digits that the issuer table gives to a Canadian jurisdiction.
 bool hasCanadianIin(TextSpan track2) {
-    if (trackByte(track2, 0) != ';' || track2.length < 7 || !allDigitsAt(track2.data + 1, 6)) return false;
+    if (trackByte(track2, 0) != ';' || track2.length < 7 || !allDigits(track2.data + 1, 6)) return false;
     return isCanadianJurisdiction(jurisdictionCodeForIin(TextSpan{track2.data + 1, 6}));
 }
 
@@ -90,7 +90,7 @@ int32_t splitRejoined(StripeParser&, const char* payload, int32_t length, TrackS
 int32_t checkLongNumber(StripeParser&, TrackSet* tracks) {
     const TextSpan t2 = tracks->track2;
     if (!isLicenceTrack1(tracks->track1) || !trackStartsWith(t2, ";636")) return kErrFraming;
-    if (t2.length < 21 || !allDigitsAt(t2.data + 1, 19) || t2.data[20] != '=') return kErrFraming;
+    if (t2.length < 21 || !allDigits(t2.data + 1, 19) || t2.data[20] != '=') return kErrFraming;
     if (tracks->track3.length < 14 || !isAsciiAlnum(static_cast<unsigned char>(tracks->track3.data[3]))) {
         return kErrFraming;
     }
@@ -166,7 +166,7 @@ int32_t checkFixedFields(StripeParser&, TrackSet* tracks) {
     const TextSpan t2 = tracks->track2;
     const TextSpan t3 = tracks->track3;
     if (t1.length != kFixedTrack1Length || !isLicenceTrack1(t1) || findByte(t1, '^', 0) >= 0) return kErrFraming;
-    if (t2.length != kFixedTrack2Length || t2.data[0] != ';' || !allDigitsAt(t2.data + 1, t2.length - 1)) {
+    if (t2.length != kFixedTrack2Length || t2.data[0] != ';' || !allDigits(t2.data + 1, t2.length - 1)) {
         return kErrFraming;
     }
     if (t3.length > 0 && (t3.length != kFixedTrack3Length || !isTrack3Sentinel(t3.data[0]))) return kErrFraming;

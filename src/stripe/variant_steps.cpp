@@ -13,27 +13,15 @@ constexpr int32_t kIinLength = 6;
 constexpr int32_t kNumberFieldEnd = 19;  // IIN and a full 13-digit number field
 constexpr int32_t kPostalFieldLength = 11;
 
-void runStep(StripeStep step, StripeParser& p, TextSpan track) {
-    if (step != nullptr) step(p, track);
-}
-
-int32_t countMatching(TextSpan track, int32_t at, CharTest test, int32_t limit) {
-    int32_t n = 0;
-    while (at + n < track.length && n < limit && test(static_cast<unsigned char>(track.data[at + n]))) ++n;
-    return n;
-}
-
 // The splitter and the check, as the default main step runs them.
 int32_t splitAndCheck(StripeParser& p, const char* payload, int32_t length, TrackSet* tracks) {
     if (payload == nullptr || length < 0) return kErrInvalidArgument;
-    if (p.trackSplitter != nullptr) {
-        if (int32_t status = p.trackSplitter(p, payload, length, tracks)) return status;
-    }
-    return p.trackCheck != nullptr ? p.trackCheck(p, tracks) : kOk;
+    if (int32_t status = runStep(p.trackSplitter, p, payload, length, tracks)) return status;
+    return runStep(p.trackCheck, p, tracks);
 }
 
 int32_t finishAsLicence(StripeParser& p) {
-    if (fieldMissing(p.record, field::documentType) != 0) setFieldLiteral(p.record, field::documentType, "DL");
+    defaultToLicence(p.record);
     return kOk;
 }
 
@@ -57,7 +45,7 @@ void storeDigitsAt(ParsedRecord* record, FieldId id, TextSpan track, int32_t off
     TextSpan value{track.data + offset, length};
     trimIf(&value, isWhiteSpace);
     if (value.length >= 1 && allChars(value, isAsciiDigit) == 0) {
-        setFieldFromSpan(record, id, value, nullptr, nullptr, '\0');
+        setField(record, id, value);
     }
 }
 
@@ -74,7 +62,7 @@ TextSpan spanFrom(TextSpan text, int32_t index) { return TextSpan{text.data + in
 int isPostalCodeOrDash(int c) { return isPostalCodeChar(c) || c == '-'; }
 
 bool isDashedZip(TextSpan code) {
-    return code.length == 10 && code.data[5] == '-' && allDigitsAt(code.data, 5) && allDigitsAt(code.data + 6, 4);
+    return code.length == 10 && code.data[5] == '-' && allDigits(code.data, 5) && allDigits(code.data + 6, 4);
 }
 
 // Letter, digit, letter, digit, letter, digit.
@@ -90,7 +78,7 @@ bool isCanadianPostalCode(TextSpan code) {
 // DDMMYYYY.
 void storeDayFirstDate(ParsedRecord* record, FieldId id, TextSpan text) {
     trimIf(&text, isWhiteSpace);
-    if (text.length != 8 || !allDigitsAt(text.data, 8)) return;
+    if (text.length != 8 || !allDigits(text.data, 8)) return;
     storePlausibleDate(record, id, makeDate(readDigits(text.data + 4, 4), readDigits(text.data + 2, 2), readDigits(text.data, 2)));
 }
 
@@ -130,7 +118,7 @@ int32_t postalCodeWithDash(StripeParser& p, TextSpan track) {
     if (!searchPostalCode(track, isPostalCodeOrDash, &code)) return kOk;
     trimSet(&code, " ");
     if (isDashedZip(code)) {
-        setFieldFromSpan(p.record, field::postalCode, code, nullptr, nullptr, '\0');
+        setField(p.record, field::postalCode, code);
     } else {
         storePostalCode(p.record, code);
     }
@@ -195,7 +183,7 @@ int32_t hashLocator(StripeParser&, TextSpan track, TextSpan* located) {
 
 int32_t hashPostalCodeStep(StripeParser& p, TextSpan track) {
     if (trackByte(track, 0) != '#') return kOk;
-    const int32_t n = countMatching(track, 1, isPostalCodeChar, kPostalFieldLength);
+    const int32_t n = runLength(track, 1, isPostalCodeChar, kPostalFieldLength);
     if (n > 3) storePostalCode(p.record, TextSpan{track.data + 1, n});
     return kOk;
 }
@@ -205,7 +193,7 @@ int32_t hashPostalCodeStep(StripeParser& p, TextSpan track) {
 int32_t recordedSexStep(StripeParser& p, TextSpan located) {
     const char sex = trackByte(located, 16);
     if (sex != '\0' && std::strchr("MF12", sex) != nullptr) {
-        setFieldFromSpan(p.record, field::gender, TextSpan{located.data + 16, 1}, nullptr, nullptr, '\0');
+        setField(p.record, field::gender, TextSpan{located.data + 16, 1});
     }
     return kOk;
 }
@@ -235,7 +223,7 @@ int32_t rejoinedMainStep(StripeParser& p, const char* payload, int32_t length) {
 // and two version bytes, blank-padded to 11 bytes where other layouts keep the postal
 // code. The span is track 2 with track 3 behind it.
 int32_t continuedLicenseNumberStep(StripeParser& p, TextSpan track) {
-    if (track.length <= kNumberFieldEnd || !allDigitsAt(track.data, kNumberFieldEnd) ||
+    if (track.length <= kNumberFieldEnd || !allDigits(track.data, kNumberFieldEnd) ||
         track.data[kNumberFieldEnd] != '=') {
         return kOk;
     }
@@ -245,11 +233,11 @@ int32_t continuedLicenseNumberStep(StripeParser& p, TextSpan track) {
     const int32_t end2 = findByte(track, '?', kNumberFieldEnd);
     if (end2 >= 0 && isTrack3Sentinel(trackByte(track, end2 + 1))) {
         const int32_t start = end2 + 4;
-        const int32_t rest = countMatching(track, start, isAsciiAlnum, kPostalFieldLength);
+        const int32_t rest = runLength(track, start, isAsciiAlnum, kPostalFieldLength);
         std::memcpy(number + length, track.data + start, static_cast<size_t>(rest));
         length += rest;
     }
-    setFieldFromSpan(p.record, field::licenseNumber, TextSpan{number, length}, nullptr, nullptr, '\0');
+    setField(p.record, field::licenseNumber, TextSpan{number, length});
     return kOk;
 }
 
@@ -258,7 +246,7 @@ int32_t continuedLicenseNumberStep(StripeParser& p, TextSpan track) {
 int32_t trailingPostalCodeStep(StripeParser& p, TextSpan track) {
     TextSpan located{track.data, 0};
     stripeTrack3Locator(p, track, &located);
-    const int32_t n = countMatching(located, kTrailingPostalOffset, isPostalCodeChar, kPostalFieldLength);
+    const int32_t n = runLength(located, kTrailingPostalOffset, isPostalCodeChar, kPostalFieldLength);
     if (n > 3) storePostalCode(p.record, TextSpan{located.data + kTrailingPostalOffset, n});
     return kOk;
 }
@@ -266,16 +254,16 @@ int32_t trailingPostalCodeStep(StripeParser& p, TextSpan track) {
 // Letter-prefixed licence numbers on a numeric track: the number field opens with two
 // digits for the letter (01 for A to 26 for Z), then the digits of the number.
 int32_t letterCodedLicenseNumberStep(StripeParser& p, TextSpan track) {
-    if (track.data == nullptr || track.length < kIinLength || !allDigitsAt(track.data, kIinLength)) return kOk;
+    if (track.data == nullptr || track.length < kIinLength || !allDigits(track.data, kIinLength)) return kOk;
     const int32_t equals = findByte(track, '=', kIinLength);
     const int32_t digits = equals - kIinLength;
-    if (equals < 0 || digits < 3 || digits > 13 || !allDigitsAt(track.data + kIinLength, digits)) return kOk;
+    if (equals < 0 || digits < 3 || digits > 13 || !allDigits(track.data + kIinLength, digits)) return kOk;
     const int32_t letter = readDigits(track.data + kIinLength, 2);
     if (letter < 1 || letter > 26) return kOk;
     char number[13] = {};
     number[0] = static_cast<char>('A' + letter - 1);
     std::memcpy(number + 1, track.data + kIinLength + 2, static_cast<size_t>(digits - 2));
-    setFieldFromSpan(p.record, field::licenseNumber, TextSpan{number, digits - 1}, nullptr, nullptr, '\0');
+    setField(p.record, field::licenseNumber, TextSpan{number, digits - 1});
     return kOk;
 }
 
@@ -283,7 +271,7 @@ int32_t letterCodedLicenseNumberStep(StripeParser& p, TextSpan track) {
 // expiry YYMM with the usual codes (77 never expires, 88 and 99 follow the birth month).
 int32_t birthFirstDatesStep(StripeParser& p, TextSpan track) {
     const int32_t equals = findByte(track, '=', 0);
-    if (equals < 0 || track.length - equals < 13 || !allDigitsAt(track.data + equals + 1, 12)) return kOk;
+    if (equals < 0 || track.length - equals < 13 || !allDigits(track.data + equals + 1, 12)) return kOk;
     const char* d = track.data + equals + 1;
     const DateValue birth = makeDate(readDigits(d, 4), readDigits(d + 4, 2), readDigits(d + 6, 2));
     storePlausibleDate(p.record, field::birthdate, birth);
@@ -296,7 +284,7 @@ int32_t birthFirstDatesStep(StripeParser& p, TextSpan track) {
 int32_t zeroFilledPostalCodeStep(StripeParser& p, TextSpan track) {
     if (track.length < 3 + kPostalFieldLength || !isTrack3Sentinel(track.data[0])) return kOk;
     const char* field = track.data + 3;
-    if (field[0] != '0' || field[1] != '0' || !allDigitsAt(field, kPostalFieldLength)) return kOk;
+    if (field[0] != '0' || field[1] != '0' || !allDigits(field, kPostalFieldLength)) return kOk;
     storePostalCode(p.record, TextSpan{field + 2, 9});
     return kOk;
 }
@@ -305,7 +293,7 @@ int32_t zeroFilledPostalCodeStep(StripeParser& p, TextSpan track) {
 // right-aligned in its 13 digits behind leading zeros that are not part of it; the
 // overflow digits after the dates follow it as usual.
 int32_t zeroPaddedLicenseNumberStep(StripeParser& p, TextSpan track) {
-    if (track.length <= kNumberFieldEnd || !allDigitsAt(track.data, kNumberFieldEnd) ||
+    if (track.length <= kNumberFieldEnd || !allDigits(track.data, kNumberFieldEnd) ||
         track.data[kNumberFieldEnd] != '=') {
         return kOk;
     }
@@ -315,7 +303,7 @@ int32_t zeroPaddedLicenseNumberStep(StripeParser& p, TextSpan track) {
     int32_t length = kNumberFieldEnd - start;
     std::memcpy(number, track.data + start, static_cast<size_t>(length));
     length += readOverflowDigits(track, kNumberFieldEnd, number + length);
-    setFieldFromSpan(p.record, field::licenseNumber, TextSpan{number, length}, nullptr, nullptr, '\0');
+    setField(p.record, field::licenseNumber, TextSpan{number, length});
     return kOk;
 }
 
@@ -390,7 +378,7 @@ int32_t fixedIssuerStep(StripeParser& p, TextSpan track) { return sliceStep<kFix
 int32_t fixedLicenseNumberStep(StripeParser& p, TextSpan track) { return sliceStep<kFixedNumber>(p, track); }
 
 int32_t fixedDatesStep(StripeParser& p, TextSpan track) {
-    if (track.data == nullptr || track.length < kFixedExpiryOffset + 8 || !allDigitsAt(track.data, kFixedExpiryOffset + 8)) {
+    if (track.data == nullptr || track.length < kFixedExpiryOffset + 8 || !allDigits(track.data, kFixedExpiryOffset + 8)) {
         return kOk;
     }
     storeYearFirstDate(p.record, field::birthdate, track.data + kFixedBirthOffset);
@@ -401,7 +389,7 @@ int32_t fixedDatesStep(StripeParser& p, TextSpan track) {
 // Fixed-field track 3 (after its sentinel), 32 bytes: ZIP+4 9, class 2, restrictions 4,
 // endorsements 4, sex 1, height 3 (feet, then inches), weight 3 (pounds), hair 3, eyes 3.
 int32_t fixedPostalCodeStep(StripeParser& p, TextSpan track) {
-    if (track.data != nullptr && track.length >= 9 && allDigitsAt(track.data, 9)) {
+    if (track.data != nullptr && track.length >= 9 && allDigits(track.data, 9)) {
         storePostalCode(p.record, TextSpan{track.data, 9});
     }
     return kOk;
