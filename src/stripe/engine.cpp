@@ -220,12 +220,12 @@ void storeSlice(ParsedRecord* record, TextSpan track, const TrackSlice& slice) {
 
 int32_t stripeMainStep(StripeParser& p, const char* payload, int32_t length) {
     if (payload == nullptr || length < 0) return kErrInvalidArgument;
-    TrackSet tracks{};
-    if (int32_t status = runStep(p.trackSplitter, p, payload, length, &tracks)) return status;
-    if (int32_t status = runStep(p.trackCheck, p, &tracks)) return status;
-    runStep(p.track1Driver, p, tracks.track1);
-    runStep(p.track2Driver, p, tracks.track2);
-    runStep(p.track3Driver, p, tracks.track3);
+    p.tracks = TrackSet{};
+    if (int32_t status = runStep(p.trackSplitter, p, payload, length, &p.tracks)) return status;
+    if (int32_t status = runStep(p.trackCheck, p, &p.tracks)) return status;
+    runStep(p.track1Driver, p, p.tracks.track1);
+    runStep(p.track2Driver, p, p.tracks.track2);
+    runStep(p.track3Driver, p, p.tracks.track3);
     defaultToLicence(p.record);
     return kOk;
 }

@@ -28,6 +28,7 @@ using StripeStep = int32_t (*)(StripeParser& p, TextSpan track);
 struct StripeParser {
     ParsedRecord* record;
     const ParseClock* context;  // its parse year expands two-digit years
+    TrackSet tracks;            // what the splitter cut, for drivers that read across tracks
 
     int32_t (*mainStep)(StripeParser& p, const char* payload, int32_t length);
     int32_t (*trackSplitter)(StripeParser& p, const char* payload, int32_t length, TrackSet* tracks);

@@ -13,32 +13,6 @@ constexpr int32_t kIinLength = 6;
 constexpr int32_t kNumberFieldEnd = 19;  // IIN and a full 13-digit number field
 constexpr int32_t kPostalFieldLength = 11;
 
-// The splitter and the check, as the default main step runs them.
-int32_t splitAndCheck(StripeParser& p, const char* payload, int32_t length, TrackSet* tracks) {
-    if (payload == nullptr || length < 0) return kErrInvalidArgument;
-    if (int32_t status = runStep(p.trackSplitter, p, payload, length, tracks)) return status;
-    return runStep(p.trackCheck, p, tracks);
-}
-
-int32_t finishAsLicence(StripeParser& p) {
-    defaultToLicence(p.record);
-    return kOk;
-}
-
-// The track 3 steps on the located span, then the postal code on the whole track.
-void runTrack3Steps(StripeParser& p, TextSpan track) {
-    if (!spanUsable(track)) return;
-    if (p.track3Locator != nullptr) {
-        TextSpan located{track.data, 0};
-        p.track3Locator(p, track, &located);
-        for (StripeStep step : {p.classStep, p.restrictionsStep, p.endorsementsStep, p.sexStep, p.heightStep,
-                                p.weightStep, p.hairColorStep, p.eyeColorStep}) {
-            runStep(step, p, located);
-        }
-    }
-    runStep(p.postalCodeStep, p, track);
-}
-
 // Trimmed digits at offset, stored when the track reaches that far.
 void storeDigitsAt(ParsedRecord* record, FieldId id, TextSpan track, int32_t offset, int32_t length) {
     if (track.data == nullptr || track.length < offset + length) return;
@@ -198,24 +172,19 @@ int32_t recordedSexStep(StripeParser& p, TextSpan located) {
     return kOk;
 }
 
-// Rejoined stripes: the licence number begins on track 2 and ends on track 3, so the
-// track 2 steps run here, the licence number step on track 2 and the track 3 behind it.
-int32_t rejoinedMainStep(StripeParser& p, const char* payload, int32_t length) {
-    TrackSet tracks{};
-    if (int32_t status = splitAndCheck(p, payload, length, &tracks)) return status;
-    runStep(p.track1Driver, p, tracks.track1);
-    if (spanUsable(tracks.track2)) {
-        TextSpan number = tracks.track2;
-        // The splitter keeps track 3 right behind track 2 in the payload.
-        if (spanUsable(tracks.track3) && tracks.track3.data > tracks.track2.data) {
-            number.length = static_cast<int32_t>(tracks.track3.data + tracks.track3.length - tracks.track2.data);
-        }
-        runStep(p.issuerStep, p, tracks.track2);
-        runStep(p.licenseNumberStep, p, number);
-        runStep(p.datesStep, p, tracks.track2);
+// Rejoined stripes: the licence number begins on track 2 and ends on track 3, so its
+// step reads track 2 together with the track 3 the splitter keeps right behind it.
+int32_t rejoinedTrack2Driver(StripeParser& p, TextSpan track) {
+    if (!spanUsable(track)) return kOk;
+    TextSpan number = track;
+    const TextSpan track3 = p.tracks.track3;
+    if (spanUsable(track3) && track3.data > track.data) {
+        number.length = static_cast<int32_t>(track3.data + track3.length - track.data);
     }
-    runStep(p.track3Driver, p, tracks.track3);
-    return finishAsLicence(p);
+    runStep(p.issuerStep, p, track);
+    runStep(p.licenseNumberStep, p, number);
+    runStep(p.datesStep, p, track);
+    return kOk;
 }
 
 // Licence numbers longer than track 2 holds: its number field is full (13 digits before
@@ -307,21 +276,12 @@ int32_t zeroPaddedLicenseNumberStep(StripeParser& p, TextSpan track) {
     return kOk;
 }
 
-// Australian cards: one track and no other steps; the country is known from the check.
-int32_t australianMainStep(StripeParser& p, const char* payload, int32_t length) {
-    TrackSet tracks{};
-    if (int32_t status = splitAndCheck(p, payload, length, &tracks)) return status;
-    runStep(p.track1Driver, p, tracks.track1);
-    setFieldLiteral(p.record, field::countryCode, "AUS");
-    return finishAsLicence(p);
-}
-
 // The Australian track (after "%"): state ^ FAMILY$GIVEN NAMES ^ street$suburb$postcode
 // ^ licence number ^ birth DDMMYYYY ^ expiry DDMMYYYY. The state is not stored: the
 // jurisdiction table is North-American, where SA, WA or NT name other places.
-int32_t australianTrack1Driver(StripeParser& p, TextSpan track) {
+void readAustralianTrack(StripeParser& p, TextSpan track) {
     TextSpan fields[6] = {};
-    if (splitTokens(track, fields, 6, "^", 0) < 6) return kOk;
+    if (splitTokens(track, fields, 6, "^", 0) < 6) return;
     storeTrimmed(p.record, field::fullName, fields[1]);
     // The postcode after the last "$", the suburb after the one before.
     TextSpan address = fields[2];
@@ -339,22 +299,18 @@ int32_t australianTrack1Driver(StripeParser& p, TextSpan track) {
     storeTrimmed(p.record, field::licenseNumber, fields[3]);
     storeDayFirstDate(p.record, field::birthdate, fields[4]);
     storeDayFirstDate(p.record, field::expirationDate, fields[5]);
+}
+
+// Australian cards: the one track, then the country, which the check has established.
+int32_t australianTrack1Driver(StripeParser& p, TextSpan track) {
+    readAustralianTrack(p, track);
+    setFieldLiteral(p.record, field::countryCode, "AUS");
     return kOk;
 }
 
-// Fixed-field stripes: the track 2 and track 3 steps run here, on tracks that the
-// check has measured, since neither track has separators the default drivers expect.
-int32_t fixedFieldsMainStep(StripeParser& p, const char* payload, int32_t length) {
-    TrackSet tracks{};
-    if (int32_t status = splitAndCheck(p, payload, length, &tracks)) return status;
-    runStep(p.track1Driver, p, tracks.track1);
-    if (spanUsable(tracks.track2)) {
-        runStep(p.issuerStep, p, tracks.track2);
-        runStep(p.licenseNumberStep, p, tracks.track2);
-        runStep(p.datesStep, p, tracks.track2);
-    }
-    runTrack3Steps(p, tracks.track3);
-    return finishAsLicence(p);
+// Fixed-field stripes read track 3 only when the check measured one.
+int32_t measuredTrack3Driver(StripeParser& p, TextSpan track) {
+    return spanUsable(track) ? stripeTrack3Driver(p, track) : kOk;
 }
 
 // Fixed-field track 1 (after "%"): jurisdiction 2, city 13, name 35 (its parts joined by

@@ -25,7 +25,7 @@ int32_t hashPostalCodeStep(StripeParser& p, TextSpan track);
 int32_t recordedSexStep(StripeParser& p, TextSpan located);
 
 // Format 11, licence numbers continued on track 3 and the postal code at its end.
-int32_t rejoinedMainStep(StripeParser& p, const char* payload, int32_t length);
+int32_t rejoinedTrack2Driver(StripeParser& p, TextSpan track);
 int32_t continuedLicenseNumberStep(StripeParser& p, TextSpan track);
 int32_t trailingPostalCodeStep(StripeParser& p, TextSpan track);
 
@@ -38,11 +38,10 @@ int32_t zeroFilledPostalCodeStep(StripeParser& p, TextSpan track);
 int32_t zeroPaddedLicenseNumberStep(StripeParser& p, TextSpan track);
 
 // Format 15, the Australian single track.
-int32_t australianMainStep(StripeParser& p, const char* payload, int32_t length);
 int32_t australianTrack1Driver(StripeParser& p, TextSpan track);
 
 // Format 16, the fixed-field layout.
-int32_t fixedFieldsMainStep(StripeParser& p, const char* payload, int32_t length);
+int32_t measuredTrack3Driver(StripeParser& p, TextSpan track);
 int32_t fixedTrack1Driver(StripeParser& p, TextSpan track);
 int32_t fixedIssuerStep(StripeParser& p, TextSpan track);
 int32_t fixedLicenseNumberStep(StripeParser& p, TextSpan track);

@@ -111,10 +111,9 @@ int32_t parseStripeFormat11(char* text, int32_t length, ParsedRecord* record, co
     const int32_t rejoined = deleteLineFeeds(text, length);
     StripeParser p;
     initShape(p, record, clock, splitRejoined, checkLongNumber);
-    p.mainStep = rejoinedMainStep;
+    p.track2Driver = rejoinedTrack2Driver;
     p.licenseNumberStep = continuedLicenseNumberStep;
     p.postalCodeStep = trailingPostalCodeStep;
-    p.track2Driver = nullptr;
     return runStripeParser(p, text, rejoined);
 }
 
@@ -146,18 +145,18 @@ int32_t parseStripeFormat15(char* text, int32_t length, ParsedRecord* record, co
     std::memset(&p, 0, sizeof p);
     p.record = record;
     p.context = clock;
-    p.mainStep = australianMainStep;
+    p.mainStep = stripeMainStep;
     p.trackSplitter = splitAustralian;
     p.trackCheck = checkAustralian;
     p.track1Driver = australianTrack1Driver;
-    return australianMainStep(p, text, length);
+    return runStripeParser(p, text, length);
 }
 
 int32_t parseStripeFormat16(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     StripeParser p;
     initShape(p, record, clock, splitFixedFields, checkFixedFields);
-    p.mainStep = fixedFieldsMainStep;
     p.track1Driver = fixedTrack1Driver;
+    p.track3Driver = measuredTrack3Driver;
     p.issuerStep = fixedIssuerStep;
     p.licenseNumberStep = fixedLicenseNumberStep;
     p.datesStep = fixedDatesStep;
@@ -171,9 +170,7 @@ int32_t parseStripeFormat16(char* text, int32_t length, ParsedRecord* record, co
     p.weightStep = fixedWeightStep;
     p.hairColorStep = fixedHairColorStep;
     p.eyeColorStep = fixedEyeColorStep;
-    p.track2Driver = nullptr;
-    p.track3Driver = nullptr;
-    return fixedFieldsMainStep(p, text, length);
+    return runStripeParser(p, text, length);
 }
 
 }  // namespace orvane
