@@ -17,7 +17,7 @@ using testing::slotText;
 // The element step a variant installs: Table C's loop over both separators.
 int32_t elementStepTableC(AamvaParser& p, TextSpan data) {
     const char delimiters[] = {p.dataElementSeparator, p.segmentTerminator, '\0'};
-    return p.elementLoop(p, data, delimiters, kAamvaTableC.pairs, kAamvaTableC.count);
+    return p.elementLoop(p, data, delimiters, kAamvaTableC);
 }
 
 // The engine on a row, read with Table C; by default any version passes.
@@ -67,8 +67,8 @@ TEST(AamvaTables, VersionRowsAndTheInitialiser) {
 
     EngineRun e(43, false);
     ASSERT_EQ(e.status, kOk);
-    EXPECT_EQ(e.p.minVersion, 7u);
-    EXPECT_EQ(e.p.entriesOffset, 18u);
+    EXPECT_EQ(e.p.row.minVersion, 7u);
+    EXPECT_EQ(e.p.row.entriesOffset, 18u);
     AamvaParser unknown{};
     unknown.elementStep = elementStepTableC;
     EXPECT_EQ(initAamvaParser(unknown, 16, e.r.get(), nullptr), kErrUnknownFormat);

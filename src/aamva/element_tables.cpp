@@ -127,20 +127,12 @@ constexpr std::array<PairEntry, std::size(kDPairs)> kDByKey = orderedByKey(kDPai
 
 }  // namespace
 
-std::span<const PairEntry> elementIndexFor(const PairEntry* pairs) {
-    if (pairs == kAPairs) return kAByKey;
-    if (pairs == kBPairs) return kBByKey;
-    if (pairs == kCPairs) return kCByKey;
-    if (pairs == kDPairs) return kDByKey;
-    return {};
-}
-
-const AamvaElementTable kAamvaTableA{kAPairs, static_cast<int32_t>(std::size(kAPairs))};
-const AamvaElementTable kAamvaTableB{kBPairs, static_cast<int32_t>(std::size(kBPairs))};
-const AamvaElementTable kAamvaTableC{kCPairs, static_cast<int32_t>(std::size(kCPairs))};
-const AamvaElementTable kAamvaTableD{kDPairs, static_cast<int32_t>(std::size(kDPairs))};
+const AamvaElementTable kAamvaTableA{kAPairs, static_cast<int32_t>(std::size(kAPairs)), kAByKey};
+const AamvaElementTable kAamvaTableB{kBPairs, static_cast<int32_t>(std::size(kBPairs)), kBByKey};
+const AamvaElementTable kAamvaTableC{kCPairs, static_cast<int32_t>(std::size(kCPairs)), kCByKey};
+const AamvaElementTable kAamvaTableD{kDPairs, static_cast<int32_t>(std::size(kDPairs)), kDByKey};
 // The 2011 variant: the 2014 table up to DDJ, without DDK, DDL and the repeated tail.
-const AamvaElementTable kAamvaTableE{kCPairs, 48};
+const AamvaElementTable kAamvaTableE{kCPairs, 48, kCByKey};
 static_assert(kCPairs[47].key == elementKey("DDJ") && kCPairs[48].key == elementKey("DDK"));
 
 }  // namespace orvane

@@ -26,20 +26,19 @@ bool isNumericHeaderChar(char c) {
 }
 
 // Applies every pair of the key, in table order: through the table's key index when it
-// has one (pairs past tableSize are not the table's), else by walking the table.
-void storeElement(AamvaParser& p, uint32_t key, TextSpan value, const PairEntry* table, int32_t tableSize,
-                  std::span<const PairEntry> index) {
+// has one, else by walking the table.
+void storeElement(AamvaParser& p, uint32_t key, TextSpan value, const AamvaElementTable& table) {
     if (p.elementStore == nullptr) return;
-    if (index.empty()) {
-        for (int32_t i = 0; i < tableSize; ++i) {
-            if (table[i].key == key) p.elementStore(p, static_cast<FieldId>(table[i].value), value);
+    if (table.byKey.empty()) {
+        for (int32_t i = 0; i < table.count; ++i) {
+            if (table.pairs[i].key == key) p.elementStore(p, static_cast<FieldId>(table.pairs[i].value), value);
         }
         return;
     }
-    auto at = std::lower_bound(index.begin(), index.end(), key,
+    auto at = std::lower_bound(table.byKey.begin(), table.byKey.end(), key,
                                [](const PairEntry& entry, uint32_t k) { return entry.key < k; });
-    for (; at != index.end() && at->key == key; ++at) {
-        if (at->value < tableSize) p.elementStore(p, static_cast<FieldId>(table[at->value].value), value);
+    for (; at != table.byKey.end() && at->key == key; ++at) {
+        if (at->value < table.count) p.elementStore(p, static_cast<FieldId>(table.pairs[at->value].value), value);
     }
 }
 
@@ -118,13 +117,13 @@ int32_t aamvaHeaderStep(AamvaParser& p, TextSpan payload) {
 
 int32_t aamvaReadHeader(AamvaParser& p, TextSpan payload, bool separatorsFromPayload) {
     if (payload.data == nullptr || payload.length == 0) return kErrInvalidArgument;
-    if (payload.length <= static_cast<int64_t>(p.headerLength)) return kErrPayloadTooShort;
+    if (payload.length <= static_cast<int64_t>(p.row.headerLength)) return kErrPayloadTooShort;
     if (payload.data[0] != '@') return kErrNoAtSign;
-    p.position = static_cast<int32_t>(p.headerLength);
+    p.position = static_cast<int32_t>(p.row.headerLength);
     if (separatorsFromPayload) {
-        p.dataElementSeparator = payloadByte(payload, static_cast<int32_t>(p.dataElementSeparatorPos));
-        p.recordSeparator = payloadByte(payload, static_cast<int32_t>(p.recordSeparatorPos));
-        p.segmentTerminator = payloadByte(payload, static_cast<int32_t>(p.segmentTerminatorPos));
+        p.dataElementSeparator = payloadByte(payload, static_cast<int32_t>(p.row.dataElementSeparatorPos));
+        p.recordSeparator = payloadByte(payload, static_cast<int32_t>(p.row.recordSeparatorPos));
+        p.segmentTerminator = payloadByte(payload, static_cast<int32_t>(p.row.segmentTerminatorPos));
     } else {
         p.dataElementSeparator = p.recordSeparator = p.segmentTerminator = '\n';
     }
@@ -135,31 +134,31 @@ int32_t aamvaReadHeader(AamvaParser& p, TextSpan payload, bool separatorsFromPay
 }
 
 int32_t aamvaVersionStep(AamvaParser& p, TextSpan payload) {
-    if (payload.length < static_cast<int64_t>(p.versionOffset) + p.versionLength) return kErrPayloadTooShort;
+    if (payload.length < static_cast<int64_t>(p.row.versionOffset) + p.row.versionLength) return kErrPayloadTooShort;
     int32_t value = 0;
-    if (!readHeaderNumber(payload, p.versionOffset, p.versionLength, &value)) return kErrVersion;
+    if (!readHeaderNumber(payload, p.row.versionOffset, p.row.versionLength, &value)) return kErrVersion;
     p.version = value;
     return runStep(p.versionCheck, p);
 }
 
 int32_t aamvaEntriesStep(AamvaParser& p, TextSpan payload) {
-    if (payload.length < static_cast<int64_t>(p.entriesOffset) + p.entriesLength) return kErrPayloadTooShort;
+    if (payload.length < static_cast<int64_t>(p.row.entriesOffset) + p.row.entriesLength) return kErrPayloadTooShort;
     int32_t value = 0;
-    if (!readHeaderNumber(payload, p.entriesOffset, p.entriesLength, &value)) return kErrEntries;
+    if (!readHeaderNumber(payload, p.row.entriesOffset, p.row.entriesLength, &value)) return kErrEntries;
     p.entryCount = value;
     return kOk;
 }
 
 int32_t aamvaIssuerStep(AamvaParser& p, TextSpan payload) {
-    if (payload.length < static_cast<int64_t>(p.iinOffset) + p.iinLength) return kErrPayloadTooShort;
-    TextSpan iin{payload.data + p.iinOffset, static_cast<int32_t>(p.iinLength)};
+    if (payload.length < static_cast<int64_t>(p.row.iinOffset) + p.row.iinLength) return kErrPayloadTooShort;
+    TextSpan iin{payload.data + p.row.iinOffset, static_cast<int32_t>(p.row.iinLength)};
     trimSet(&iin, " \n\t\r");
     setField(p.record, field::iin, iin);
     return kOk;
 }
 
 int32_t aamvaVersionCheck(AamvaParser& p) {
-    return p.version == static_cast<int64_t>(p.expectedVersion) ? kOk : kErrVersion;
+    return p.version == static_cast<int64_t>(p.row.expectedVersion) ? kOk : kErrVersion;
 }
 
 int32_t aamvaBodyStep(AamvaParser& p, TextSpan payload) {
@@ -225,9 +224,7 @@ int32_t aamvaSubfileSelector(AamvaParser&, TextSpan payload, const SubfileEntry*
     return kOk;
 }
 
-int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters, const PairEntry* table,
-                         int32_t tableSize) {
-    const std::span<const PairEntry> index = elementIndexFor(table);
+int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters, const AamvaElementTable& table) {
     TextSpan rest = data;
     TextSpan token;
     while (rest.data != nullptr && rest.length > 0 && nextToken(rest, &token, &rest, delimiters, 0)) {
@@ -236,7 +233,7 @@ int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters, 
                              static_cast<uint32_t>(static_cast<unsigned char>(token.data[1])) << 8 |
                              static_cast<uint32_t>(static_cast<unsigned char>(token.data[2]));
         const TextSpan value{token.data + 3, token.length - 3};
-        storeElement(p, key, value, table, tableSize, index);
+        storeElement(p, key, value, table);
     }
     return kOk;
 }
@@ -253,19 +250,7 @@ int32_t initAamvaParser(AamvaParser& p, uint32_t formatNumber, ParsedRecord* rec
     p.context = context;
     const AamvaVersionRow* row = findAamvaVersionRow(formatNumber);
     if (row == nullptr) return kErrUnknownFormat;
-    p.formatNumber = row->formatNumber;
-    p.minVersion = row->minVersion;
-    p.expectedVersion = row->expectedVersion;
-    p.headerLength = row->headerLength;
-    p.dataElementSeparatorPos = row->dataElementSeparatorPos;
-    p.recordSeparatorPos = row->recordSeparatorPos;
-    p.segmentTerminatorPos = row->segmentTerminatorPos;
-    p.iinOffset = row->iinOffset;
-    p.iinLength = row->iinLength;
-    p.versionOffset = row->versionOffset;
-    p.versionLength = row->versionLength;
-    p.entriesOffset = row->entriesOffset;
-    p.entriesLength = row->entriesLength;
+    p.row = *row;
     p.mainStep = aamvaMainStep;
     p.headerStep = aamvaHeaderStep;
     p.versionStep = aamvaVersionStep;

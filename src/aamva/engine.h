@@ -23,46 +23,9 @@ struct SubfileEntry {
 struct AamvaElementTable {
     const PairEntry* pairs;
     int32_t count;
-};
-
-struct AamvaParser {
-    ParsedRecord* record;
-    const void* context;  // handed over by the format reader, kept untouched
-    uint32_t formatNumber;
-    uint32_t minVersion;
-    uint32_t expectedVersion;
-    uint32_t headerLength;
-    uint32_t dataElementSeparatorPos;
-    uint32_t recordSeparatorPos;
-    uint32_t segmentTerminatorPos;
-    uint32_t iinOffset;
-    uint32_t iinLength;
-    uint32_t versionOffset;
-    uint32_t versionLength;
-    uint32_t entriesOffset;
-    uint32_t entriesLength;
-    char dataElementSeparator;
-    char recordSeparator;
-    char segmentTerminator;
-    int32_t entryCount;
-    int32_t version;
-    int32_t position;
-
-    int32_t (*mainStep)(AamvaParser& p, const char* payload, int32_t length);
-    int32_t (*headerStep)(AamvaParser& p, TextSpan payload);
-    int32_t (*versionStep)(AamvaParser& p, TextSpan payload);
-    int32_t (*entriesStep)(AamvaParser& p, TextSpan payload);
-    int32_t (*issuerStep)(AamvaParser& p, TextSpan payload);
-    int32_t (*versionCheck)(AamvaParser& p);
-    int32_t (*headerCheck)(AamvaParser& p, TextSpan payload);
-    int32_t (*bodyStep)(AamvaParser& p, TextSpan payload);
-    int32_t (*directoryLocator)(AamvaParser& p, TextSpan payload, TextSpan* directory);
-    int32_t (*directoryReader)(AamvaParser& p, TextSpan payload, TextSpan directory, SubfileEntry* entry);
-    int32_t (*subfileSelector)(AamvaParser& p, TextSpan payload, const SubfileEntry* entry, TextSpan* data);
-    int32_t (*elementLoop)(AamvaParser& p, TextSpan data, const char* delimiters,
-                           const PairEntry* table, int32_t tableSize);
-    int32_t (*elementStep)(AamvaParser& p, TextSpan data);
-    int32_t (*elementStore)(AamvaParser& p, FieldId id, TextSpan value);
+    // Every pair's position, ordered by key, for a binary search that still applies the
+    // pairs in table order; positions from count on belong to a longer table.
+    std::span<const PairEntry> byKey;
 };
 
 // One row of the version table: how a format's header is laid out.
@@ -82,6 +45,33 @@ struct AamvaVersionRow {
     uint32_t entriesLength;
 };
 
+struct AamvaParser {
+    ParsedRecord* record;
+    const void* context;  // handed over by the format reader, kept untouched
+    AamvaVersionRow row;  // how this format's header is laid out
+    char dataElementSeparator;
+    char recordSeparator;
+    char segmentTerminator;
+    int32_t entryCount;
+    int32_t version;
+    int32_t position;
+
+    int32_t (*mainStep)(AamvaParser& p, const char* payload, int32_t length);
+    int32_t (*headerStep)(AamvaParser& p, TextSpan payload);
+    int32_t (*versionStep)(AamvaParser& p, TextSpan payload);
+    int32_t (*entriesStep)(AamvaParser& p, TextSpan payload);
+    int32_t (*issuerStep)(AamvaParser& p, TextSpan payload);
+    int32_t (*versionCheck)(AamvaParser& p);
+    int32_t (*headerCheck)(AamvaParser& p, TextSpan payload);
+    int32_t (*bodyStep)(AamvaParser& p, TextSpan payload);
+    int32_t (*directoryLocator)(AamvaParser& p, TextSpan payload, TextSpan* directory);
+    int32_t (*directoryReader)(AamvaParser& p, TextSpan payload, TextSpan directory, SubfileEntry* entry);
+    int32_t (*subfileSelector)(AamvaParser& p, TextSpan payload, const SubfileEntry* entry, TextSpan* data);
+    int32_t (*elementLoop)(AamvaParser& p, TextSpan data, const char* delimiters, const AamvaElementTable& table);
+    int32_t (*elementStep)(AamvaParser& p, TextSpan data);
+    int32_t (*elementStore)(AamvaParser& p, FieldId id, TextSpan value);
+};
+
 // The row of a format number, or null; and the whole table, for integrity tests.
 const AamvaVersionRow* findAamvaVersionRow(uint32_t formatNumber);
 std::span<const AamvaVersionRow> aamvaVersionTable();
@@ -93,9 +83,6 @@ extern const AamvaElementTable kAamvaTableC;  // 2014 layouts
 extern const AamvaElementTable kAamvaTableD;  // 2009-2010 layouts, the union
 extern const AamvaElementTable kAamvaTableE;  // the 2011 variant
 
-// The pairs of one of the five tables ordered by key (values: positions in the table),
-// or an empty span for any other table.
-std::span<const PairEntry> elementIndexFor(const PairEntry* pairs);
 
 // Packs a three-letter element id as first << 16 | second << 8 | third.
 constexpr uint32_t elementKey(const char (&id)[4]) {
@@ -128,8 +115,7 @@ int32_t aamvaLocateDirectory(AamvaParser& p, TextSpan payload, TextSpan* directo
                              bool (*isRecordStart)(const char* record));
 int32_t aamvaDirectoryReader(AamvaParser& p, TextSpan payload, TextSpan directory, SubfileEntry* entry);
 int32_t aamvaSubfileSelector(AamvaParser& p, TextSpan payload, const SubfileEntry* entry, TextSpan* data);
-int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters,
-                         const PairEntry* table, int32_t tableSize);
+int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters, const AamvaElementTable& table);
 int32_t aamvaElementStore(AamvaParser& p, FieldId id, TextSpan value);
 
 // Helpers the variants share with the defaults.

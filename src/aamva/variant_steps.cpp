@@ -94,7 +94,7 @@ int32_t runElementStep(AamvaParser& p, TextSpan data, const AamvaElementTable& t
             break;
     }
     if (p.elementLoop == nullptr) return kOk;
-    return p.elementLoop(p, data, delimiters, table.pairs, table.count);
+    return p.elementLoop(p, data, delimiters, table);
 }
 
 int32_t checkHeaderWord(AamvaParser& p, TextSpan payload, const HeaderWordRule& rule) {
@@ -113,8 +113,8 @@ int32_t requireRecordSeparator30(AamvaParser& p, TextSpan payload) {
 int32_t readNewlineHeader(AamvaParser& p, TextSpan payload) { return aamvaReadHeader(p, payload, false); }
 
 int32_t storeIssuerAToSix(AamvaParser& p, TextSpan payload) {
-    if (payload.length < static_cast<int64_t>(p.iinOffset) + p.iinLength) return kErrPayloadTooShort;
-    TextSpan iin{payload.data + p.iinOffset, static_cast<int32_t>(p.iinLength)};
+    if (payload.length < static_cast<int64_t>(p.row.iinOffset) + p.row.iinLength) return kErrPayloadTooShort;
+    TextSpan iin{payload.data + p.row.iinOffset, static_cast<int32_t>(p.row.iinLength)};
     trimSet(&iin, " \n\t\r");
     setFieldFromSpan(p.record, field::iin, iin, "A", nullptr, '6');
     return kOk;
@@ -138,7 +138,7 @@ int32_t storeIssuerAfterAnsi(AamvaParser& p, TextSpan payload) {
 }
 
 int32_t takeExpectedVersion(AamvaParser& p, TextSpan) {
-    p.version = static_cast<int32_t>(p.expectedVersion);
+    p.version = static_cast<int32_t>(p.row.expectedVersion);
     return runStep(p.versionCheck, p);
 }
 
@@ -148,9 +148,9 @@ int32_t takeOneEntry(AamvaParser& p, TextSpan) {
 }
 
 int32_t readEntriesLeniently(AamvaParser& p, TextSpan payload) {
-    if (payload.length < static_cast<int64_t>(p.entriesOffset) + p.entriesLength) return kErrPayloadTooShort;
+    if (payload.length < static_cast<int64_t>(p.row.entriesOffset) + p.row.entriesLength) return kErrPayloadTooShort;
     int32_t value = 0;
-    if (readHeaderNumber(payload, p.entriesOffset, p.entriesLength, &value)) p.entryCount = value;
+    if (readHeaderNumber(payload, p.row.entriesOffset, p.row.entriesLength, &value)) p.entryCount = value;
     return kOk;
 }
 
@@ -158,7 +158,7 @@ int32_t acceptAnyVersion(AamvaParser&) { return kOk; }
 
 int32_t requireVersionInRange(AamvaParser& p) {
     const int64_t version = p.version;
-    return version >= p.minVersion && version <= p.expectedVersion ? kOk : kErrVersion;
+    return version >= p.row.minVersion && version <= p.row.expectedVersion ? kOk : kErrVersion;
 }
 
 int32_t readNumberedDirectory(AamvaParser& p, TextSpan payload, TextSpan directory, SubfileEntry* entry,
@@ -266,8 +266,9 @@ int32_t selectDroppingType(AamvaParser& p, TextSpan payload, const SubfileEntry*
     return kOk;
 }
 
-int32_t loopOverTable(AamvaParser& p, TextSpan data, const char* delimiters, const PairEntry* table,
-                      int32_t tableSize) {
+int32_t loopOverTable(AamvaParser& p, TextSpan data, const char* delimiters, const AamvaElementTable& elements) {
+    const PairEntry* table = elements.pairs;
+    int32_t tableSize = elements.count;
     // The last token of every pair's id, found in one walk over the data; then the pairs
     // are applied in table order to the slots still empty.
     constexpr int32_t kMaxPairs = 128;

@@ -103,8 +103,7 @@ int32_t selectPlain(AamvaParser& p, TextSpan payload, const SubfileEntry* entry,
 int32_t selectDroppingType(AamvaParser& p, TextSpan payload, const SubfileEntry* entry, TextSpan* data);
 
 // Element loop walking the table instead of the data.
-int32_t loopOverTable(AamvaParser& p, TextSpan data, const char* delimiters, const PairEntry* table,
-                      int32_t tableSize);
+int32_t loopOverTable(AamvaParser& p, TextSpan data, const char* delimiters, const AamvaElementTable& table);
 
 // Element stores turning month-day-year dates into year-month-day.
 int32_t storeReorderedDate(AamvaParser& p, FieldId id, TextSpan value);
