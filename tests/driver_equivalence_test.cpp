@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "aamva/engine.h"
 #include "engine/driver.h"
 #include "engine/framers.h"
 #include "engine/registry.h"

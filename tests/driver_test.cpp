@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "aamva/engine.h"
 #include "engine/status.h"
 #include "test_support.h"
 

@@ -266,6 +266,19 @@ int32_t initAamvaParser(AamvaParser& p, uint32_t formatNumber, ParsedRecord* rec
     return kOk;
 }
 
+int32_t findAamvaHeader(const char* text, int32_t length, TextSpan* version) {
+    if (text == nullptr || length < 0) return kErrInvalidArgument;
+    if (length < 14 || text[0] != '@') return kErrNoAnswer;
+    for (int32_t p = 1; p + 12 < length; ++p) {
+        const bool marker = std::memcmp(text + p, "ANSI", 4) == 0 || std::memcmp(text + p, "AAMVA", 5) == 0;
+        if (marker && allDigits(text + p + 5, 8)) {
+            if (version != nullptr) *version = TextSpan{text + p + 11, 2};
+            return kOk;
+        }
+    }
+    return kErrNoAnswer;
+}
+
 int32_t runAamvaParser(AamvaParser& p, const char* payload, int32_t length) {
     return runStep(p.mainStep, p, payload, length);
 }

@@ -118,6 +118,12 @@ int32_t aamvaSubfileSelector(AamvaParser& p, TextSpan payload, const SubfileEntr
 int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters, const AamvaElementTable& table);
 int32_t aamvaElementStore(AamvaParser& p, FieldId id, TextSpan value);
 
+// Finds "ANSI" or "AAMVA" followed (after one byte) by eight digits in text that starts
+// with "@"; the version is the two bytes after the six-digit issuer number. 0 with the
+// version span, -21 for a null text or negative length, -26 when there is none. The
+// driver adds the version of the winning reading with it.
+int32_t findAamvaHeader(const char* text, int32_t length, TextSpan* version);
+
 // Helpers the variants share with the defaults.
 // Reads a numeric header field at offset/length: true with its value when every
 // character is a digit, white space or a sign.

@@ -3,6 +3,7 @@
 #include <cctype>
 #include <cstring>
 
+#include "aamva/engine.h"
 #include "engine/framers.h"
 #include "engine/status.h"
 #include "fields/countries.h"
@@ -192,13 +193,6 @@ void restoreBestRecord(const ParseRun& run, ParsedRecord* record, int32_t used) 
     }
 }
 
-bool allDigits(const char* text, int32_t n) {
-    for (int32_t i = 0; i < n; ++i) {
-        if (text[i] < '0' || text[i] > '9') return false;
-    }
-    return true;
-}
-
 // The AAMVA version of a row's text as its reader left it (readers may rewrite their text
 // in place), read before the scoring derivers overwrite the scratch buffer.
 struct HeaderVersion {
@@ -248,19 +242,6 @@ int32_t scoreAdjustment(const FormatDescriptor& row, const ParsedRecord* record,
 }
 
 }  // namespace
-
-int32_t findAamvaHeader(const char* text, int32_t length, TextSpan* version) {
-    if (text == nullptr || length < 0) return kErrInvalidArgument;
-    if (length < 14 || text[0] != '@') return kErrNoAnswer;
-    for (int32_t p = 1; p + 12 < length; ++p) {
-        const bool marker = std::memcmp(text + p, "ANSI", 4) == 0 || std::memcmp(text + p, "AAMVA", 5) == 0;
-        if (marker && allDigits(text + p + 5, 8)) {
-            if (version != nullptr) *version = TextSpan{text + p + 11, 2};
-            return kOk;
-        }
-    }
-    return kErrNoAnswer;
-}
 
 int32_t countFilledFields(const ParsedRecord* record) {
     int32_t filled = 0;

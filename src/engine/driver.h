@@ -18,11 +18,6 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
                           int32_t dataLength, char* inputCopy, int32_t inputCopyCapacity,
                           ParsedRecord* record, const ParseClock* clock);
 
-// Finds "ANSI" or "AAMVA" followed (after one byte) by eight digits in text that starts
-// with "@"; the version is the two bytes after the six-digit issuer number. 0 with the
-// version span, -21 for a null text or negative length, -26 when there is none.
-int32_t findAamvaHeader(const char* text, int32_t length, TextSpan* version);
-
 // Number of filled slots of a record.
 int32_t countFilledFields(const ParsedRecord* record);
 

@@ -3,7 +3,6 @@
 #include <cstring>
 
 #include "engine/status.h"
-#include "fields/text.h"
 
 namespace orvane {
 namespace {
@@ -47,6 +46,13 @@ FieldSlot* storeCopy(ParsedRecord* record, FieldId id, Copy copy, ValueLength va
 int32_t sameLength(int32_t used) { return used; }
 
 }  // namespace
+
+bool charInSet(char c, const char* set) {
+    for (const char* p = set; *p != '\0'; ++p) {
+        if (*p == c) return true;
+    }
+    return false;
+}
 
 TextSpan makeSpan(const char* text) {
     if (text == nullptr) return TextSpan{nullptr, 0};

@@ -57,6 +57,9 @@ using TextDeriver = int32_t (*)(const ParsedRecord* record, char* buffer, int32_
 using FieldProducer = int32_t (*)(const void* context, char* dst, int32_t room);
 
 inline bool spanUsable(TextSpan span) { return span.data != nullptr && span.length >= 1; }
+// Membership in a C-string set, as the copy operations' filters test it; the NUL byte is
+// never a member.
+bool charInSet(char c, const char* set);
 inline TextSpan makeSpan(const char* data, int32_t length) { return TextSpan{data, length}; }
 // The span of a C string; a null string gives a null span.
 TextSpan makeSpan(const char* text);

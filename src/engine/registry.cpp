@@ -87,6 +87,9 @@ constexpr FormatDescriptor kFormatRegistry[] = {
     {kGroupMrz, 67, frameMrz, parseMrzFormat67, nullptr, nullptr},
 };
 
+// One row per format; a dropped or doubled row fails the build.
+static_assert(std::size(kFormatRegistry) == 68);
+
 }  // namespace
 
 std::span<const FormatDescriptor> formatRegistry() { return kFormatRegistry; }

@@ -28,12 +28,6 @@ int32_t findFrom(const char* text, int32_t length, int32_t from, TextSpan patter
 
 }  // namespace
 
-bool charInSet(char c, const char* set) {
-    for (const char* p = set; *p != '\0'; ++p) {
-        if (*p == c) return true;
-    }
-    return false;
-}
 
 
 int isStripeCityChar(int c) {

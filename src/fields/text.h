@@ -23,9 +23,6 @@ constexpr char toAsciiUpper(char c) {
     return isAsciiLower(static_cast<unsigned char>(c)) ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
-// Membership in a C-string set; the NUL byte is never a member.
-bool charInSet(char c, const char* set);
-
 // Predicates of the field workers. The printable range deliberately stops at 125 and
 // leaves out the blank and the tilde.
 inline int isPrintableCode(int c) { return c >= 33 && c <= 125; }
