@@ -5,6 +5,7 @@
 #include <string>
 
 #include "engine/status.h"
+#include "fields/text.h"
 
 namespace orvane {
 namespace {

@@ -2,7 +2,6 @@
 
 #include <cstring>
 
-#include "engine/framers.h"
 #include "engine/status.h"
 #include "fields/dates.h"
 #include "fields/text.h"

@@ -23,7 +23,4 @@ int32_t frameBarcodeText(const char* input, int32_t inputLength, char* out, int3
 int32_t frameBarcodeTextStrict(const char* input, int32_t inputLength, char* out,
                                int32_t outCapacity, int32_t* outLength);
 
-// The ASCII stand-in for a Latin-1 byte 0xA0..0xFF, or the byte itself.
-unsigned char foldLatin1(unsigned char byte);
-
 }  // namespace orvane

@@ -7,6 +7,18 @@
 namespace orvane {
 namespace {
 
+// Stand-ins for 0xA0..0xFF; 0 keeps the byte. D8 to Q, DE to P, DF to b, F8 to q and
+// FE to p are odd on purpose and must stay.
+constexpr unsigned char kLatin1FoldTable[96] = {
+    ' ', 'i', 0,   0,   0,   0,   '|', '&', '_', 0,   'a', '<', '-', '-', 0,   '-',   // A0-AF
+    0,   0,   0,   0,   '\'', 0,  0,   ' ', ',', 0,   0,   '>', 0,   0,   0,   '?',   // B0-BF
+    'A', 'A', 'A', 'A', 'A', 'A', 'A', 'C', 'E', 'E', 'E', 'E', 'I', 'I', 'I', 'I',   // C0-CF
+    'D', 'N', 'O', 'O', 'O', 'O', 'O', 'x', 'Q', 'U', 'U', 'U', 'U', 'Y', 'P', 'b',   // D0-DF
+    'a', 'a', 'a', 'a', 'a', 'a', 'a', 'c', 'e', 'e', 'e', 'e', 'i', 'i', 'i', 'i',   // E0-EF
+    'd', 'n', 'o', 'o', 'o', 'o', 'o', '/', 'q', 'u', 'u', 'u', 'u', 'y', 'p', 'y',   // F0-FF
+};
+static_assert(sizeof kLatin1FoldTable == 96);
+
 int32_t compareBytes(char a, char b) {
     // Signed comparison of the differing bytes, as the callers expect.
     return static_cast<signed char>(a) < static_cast<signed char>(b) ? -1 : 1;
@@ -195,6 +207,12 @@ int32_t decodeBase32Hex(TextSpan span, uint64_t* out) {
     }
     *out = value;
     return kOk;
+}
+
+unsigned char foldLatin1(unsigned char byte) {
+    if (byte < 0xA0) return byte;
+    const unsigned char folded = kLatin1FoldTable[byte - 0xA0];
+    return folded != 0 ? folded : byte;
 }
 
 }  // namespace orvane

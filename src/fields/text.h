@@ -178,6 +178,9 @@ int32_t replaceAll(char* buffer, int32_t used, int32_t capacity, TextSpan patter
 // as 0. Stops accumulating digits past 18 of them rather than overflow.
 int64_t readLeadingInteger(TextSpan text);
 
+// The ASCII stand-in for a Latin-1 byte 0xA0..0xFF, or the byte itself.
+unsigned char foldLatin1(unsigned char byte);
+
 // Reads base-32 digits 0-9 and A-V; "=" ends the number. 0, -11 for another
 // character, -21 for a null or empty span.
 int32_t decodeBase32Hex(TextSpan span, uint64_t* out);
