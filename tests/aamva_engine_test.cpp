@@ -46,9 +46,7 @@ std::string barcode2014(const std::string& version, const std::string& entries, 
 std::vector<int32_t> fieldsFor(const AamvaElementTable& table, const char (&id)[4]) {
     std::vector<int32_t> ids;
     for (int32_t index = 0; index < table.count; ++index) {
-        const int32_t value = lookupPair(elementKey(id), table.pairs, table.count, &index);
-        if (value < 0) break;
-        ids.push_back(value);
+        if (table.pairs[index].key == elementKey(id)) ids.push_back(table.pairs[index].value);
     }
     return ids;
 }

@@ -215,19 +215,6 @@ TEST(SpanSkip, AdvancesOrStopsOnTheLastCharacter) {
     EXPECT_EQ(s.data, text + 4);
 }
 
-TEST(LookupPair, ResumesAfterTheLastMatch) {
-    const PairEntry pairs[] = {{1, 10}, {2, 20}, {1, 11}, {3, 30}};
-    EXPECT_EQ(lookupPair(1, pairs, 4, nullptr), 10);
-    EXPECT_EQ(lookupPair(9, pairs, 4, nullptr), -1);
-    int32_t index = 1;
-    EXPECT_EQ(lookupPair(1, pairs, 4, &index), 11);
-    EXPECT_EQ(index, 2);
-    index += 1;
-    EXPECT_EQ(lookupPair(1, pairs, 4, &index), -1);
-    EXPECT_EQ(index, 4);
-    EXPECT_EQ(lookupPair(1, pairs, 4, &index), -1);  // at the end: refused at once
-}
-
 TEST(FormatInt, WidthsPaddingAndSigns) {
     struct Case {
         int64_t value;

@@ -301,25 +301,6 @@ void spanSkip(TextSpan* span, int32_t n) {
     span->length = 0;
 }
 
-int32_t lookupPair(uint32_t key, const PairEntry* pairs, int32_t count, int32_t* index) {
-    int32_t start = 0;
-    if (index != nullptr) {
-        if (*index < 0 || *index >= count) return -1;
-        start = *index;
-    } else if (count < 1) {
-        return -1;
-    }
-    if (pairs == nullptr) return -1;
-    for (int32_t i = start; i < count; ++i) {
-        if (pairs[i].key == key) {
-            if (index != nullptr) *index = i;
-            return pairs[i].value;
-        }
-    }
-    if (index != nullptr) *index = count;
-    return -1;
-}
-
 int32_t formatInt(int64_t value, char* dst, int32_t width, int zeroPad) {
     if (dst == nullptr || width < 1) return 0;
     const bool negative = value < 0;

@@ -42,7 +42,7 @@ struct ParsedRecord {
 inline constexpr uint32_t kNoFormatGroup = 6;
 inline constexpr uint32_t kNoFormatId = 68;
 
-// One entry of a key-to-value table searched by lookupPair.
+// One entry of a key-to-value table, such as the AAMVA element tables.
 struct PairEntry {
     uint32_t key;
     int32_t value;
@@ -127,7 +127,6 @@ void sanitizeWorkBuffer(ParsedRecord* record);
 
 // Span and number helpers of the store.
 void spanSkip(TextSpan* span, int32_t n);
-int32_t lookupPair(uint32_t key, const PairEntry* pairs, int32_t count, int32_t* index);
 int32_t formatInt(int64_t value, char* dst, int32_t width, int zeroPad);
 
 }  // namespace orvane

@@ -48,8 +48,6 @@ int32_t isKnownIin(TextSpan iin);
 const char* iinForJurisdictionCode(TextSpan code);
 // Country of a two-letter jurisdiction code (case matters): "United States", "Canada", ...
 const char* countryForJurisdictionCode(TextSpan code);
-// Name of a two-letter jurisdiction code (case matters): "Texas", "Alberta", ...
-const char* jurisdictionNameForCode(TextSpan code);
 
 // Workers: 0 with the answer in buffer, -21 for bad arguments, -26 for no answer.
 

@@ -616,10 +616,4 @@ const char* countryForJurisdictionCode(TextSpan code) {
     return row != nullptr ? row->countryName : nullptr;
 }
 
-// An addition of ours: no worker reads the carried names, so this makes them reachable.
-const char* jurisdictionNameForCode(TextSpan code) {
-    const JurisdictionRow* row = jurisdictionRowForCode(code);
-    return row != nullptr ? row->jurisdictionName : nullptr;
-}
-
 }  // namespace orvane
