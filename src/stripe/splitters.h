@@ -52,7 +52,9 @@ int32_t checkFormat12(StripeParser& p, TrackSet* tracks);
 // Format 14: a "6" as second byte of track 2.
 int32_t checkFormat14(StripeParser& p, TrackSet* tracks);
 
-// The splitters and checks of the layouts designed here (see each function).
+// The splitters and checks of the layouts that need a reading of their own: Canadian
+// provinces, numbers continued on track 3, two-track stripes, the Australian track and
+// the fixed-field layout (each function says what it accepts).
 int32_t splitCanadian(StripeParser& p, const char* payload, int32_t length, TrackSet* tracks);
 int32_t checkCanadian(StripeParser& p, TrackSet* tracks);
 int32_t splitRejoined(StripeParser& p, const char* payload, int32_t length, TrackSet* tracks);
