@@ -130,7 +130,7 @@ struct LayoutCase {
     std::vector<testing::Slot> read;  // what the designed reader reads and the defaults do not
 };
 
-// Each layout designed here, read by its format and misread by a format of default steps.
+// Each layout with a reading of its own, read by its format and misread by a format of default steps.
 TEST(StripeVariants, DesignedLayoutsReadWhatTheDefaultsMisread) {
     const LayoutCase cases[] = {
         {"4 dashed ZIP+4", parseStripeFormat4, kTrack1 + kTrack2 + "%0195814-1234 " + kDescription + "?",
