@@ -97,7 +97,7 @@ bool readJurisdiction(const ParsedRecord* record, char* buffer, int32_t capacity
 bool ruleApplies(const DocumentIdRule& rule, uint16_t document, const ParsedRecord* record, TextSpan number) {
     if ((rule.documents & document) == 0) return false;
     if (rule.check != nullptr) return rule.check(record, number);
-    return rule.pattern != nullptr && matchPattern(number, rule.pattern);
+    return matchPattern(number, rule.pattern.bytes);
 }
 
 }  // namespace

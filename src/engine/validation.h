@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <span>
 
+#include "engine/pattern_notation.h"
 #include "engine/record.h"
 
 namespace orvane {
@@ -22,8 +23,8 @@ using DedicatedCheck = bool (*)(const ParsedRecord* record, TextSpan number);
 struct DocumentIdRule {
     char jurisdiction[3];
     uint16_t documents;
-    DedicatedCheck check;  // or null, with a pattern
-    const char* pattern;   // byte-coded, see matchPattern
+    DedicatedCheck check;   // or null, with a pattern
+    NumberPattern pattern;  // byte-coded (see matchPattern); empty with a check
 };
 
 struct BarcodeSize {

@@ -8,144 +8,150 @@ namespace {
 
 // The shapes of document numbers each jurisdiction issues, rules in the order they are
 // tried. Card design years are not consulted and so not kept.
+// A pattern is written in a notation compiled to matchPattern's bytes while building
+// (a malformed one stops the build): tokens separated by one space, each of
+//   Dn, Ln, An   exactly n (1..15) digits, letters, letters or digits;
+//   -? *? L? D?  an optional hyphen, asterisk, letter, digit;
+//   'text'       these characters literally (printable ASCII), e.g. '-' or ' - '.
+// Rules with a dedicated check have no pattern.
 constexpr DocumentIdRule kDocumentIdRules[] = {
-    {"AB", kIdCard, nullptr, "\x84\xA1\x85"},  // D4 -? D5
-    {"AB", kIdCard, nullptr, "\x86\xA1\x83"},  // D6 -? D3
-    {"AB", kLicence, nullptr, "\x86\xA1\x83"},  // D6 -? D3
-    {"AK", kBoth, nullptr, "\x87"},  // D7
-    {"AL", kIdCard, nullptr, "\x91\x86"},  // L1 D6
-    {"AL", kLicence, nullptr, "\x87"},  // D7
-    {"AR", kBoth, nullptr, "\x89"},  // D9
-    {"AS", kIdCard, nullptr, "\x85\xA1\x8B"},  // D5 -? D11
-    {"AS", kLicence, nullptr, "\x83-\x82-\x84"},  // D3 hyphen D2 hyphen D4
-    {"AS", kLicence, nullptr, "\x83\x82\x84"},  // D3 D2 D4
-    {"AS", kLicence, nullptr, "\x86"},  // D6
-    {"AZ", kIdCard, nullptr, "\x84\x91\x85"},  // D4 L1 D5
-    {"AZ", kBoth, nullptr, "\x91\x88"},  // L1 D8
-    {"BC", kLicence, nullptr, "\x87"},  // D7
-    {"BC", kIdCard, nullptr, "\x89"},  // D9
-    {"CA", kBoth, nullptr, "\x91\x87"},  // L1 D7
-    {"CN", kBoth, nullptr, "\x89"},  // D9
-    {"CO", kBoth, nullptr, "\x82-\x83-\x84"},  // D2 hyphen D3 hyphen D4
-    {"CO", kBoth, nullptr, "\x82\x83\x84"},  // D2 D3 D4
-    {"CT", kBoth, checkConnecticut, nullptr},  // dedicated check CT
-    {"DC", kIdCard, nullptr, "\x89"},  // D9
-    {"DC", kIdCard, nullptr, "\x87"},  // D7
-    {"DC", kLicence, nullptr, "\x87"},  // D7
-    {"DE", kIdCard, nullptr, "\x87"},  // D7
-    {"DE", kLicence, nullptr, "\x86"},  // D6
-    {"DE", kLicence, nullptr, "\x87"},  // D7
-    {"FL", kBoth, checkFlorida, nullptr},  // dedicated check FL
-    {"GA", kBoth, nullptr, "\x89"},  // D9
-    {"GU", kIdCard, nullptr, "\x91\x82\xA1\x85"},  // L1 D2 -? D5
-    {"GU", kLicence, nullptr, "\x8A"},  // D10
-    {"HI", kIdCard, nullptr, "\x91\x87"},  // L1 D7
-    {"HI", kBoth, nullptr, "\x91\x88"},  // L1 D8
-    {"IA", kIdCard, nullptr, "\x89"},  // D9
-    {"IA", kIdCard, nullptr, "\x83\x92\x84"},  // D3 L2 D4
-    {"IA", kLicence, nullptr, "\x83\x92\x84"},  // D3 L2 D4
-    {"IA", kLicence, nullptr, "\x89"},  // D9
-    {"ID", kBoth, nullptr, "\x92\x86\x91"},  // L2 D6 L1
-    {"IL", kBoth, nullptr, "\x91\x83-\x84-\x84"},  // L1 D3 hyphen D4 hyphen D4
-    {"IL", kBoth, nullptr, "\x91\x83\x84\x84"},  // L1 D3 D4 D4
-    {"IL", kBoth, nullptr, "\x84-\x84-\x83\x91"},  // D4 hyphen D4 hyphen D3 L1
-    {"IL", kBoth, nullptr, "\x84\x84\x83\x91"},  // D4 D4 D3 L1
-    {"IN", kBoth, nullptr, "\x84-\x82-\x84"},  // D4 hyphen D2 hyphen D4
-    {"IN", kBoth, nullptr, "\x84\x82\x84"},  // D4 D2 D4
-    {"KS", kBoth, nullptr, "\x83-\x82-\x84"},  // D3 hyphen D2 hyphen D4
-    {"KS", kBoth, nullptr, "\x83\x82\x84"},  // D3 D2 D4
-    {"KS", kBoth, nullptr, "\x91\x82-\x82-\x84"},  // L1 D2 hyphen D2 hyphen D4
-    {"KS", kBoth, nullptr, "\x91\x82\x82\x84"},  // L1 D2 D2 D4
-    {"KY", kBoth, nullptr, "\x91\x82-\x83-\x83"},  // L1 D2 hyphen D3 hyphen D3
-    {"KY", kBoth, nullptr, "\x91\x82\x83\x83"},  // L1 D2 D3 D3
-    {"LA", kIdCard, nullptr, "\x85"},  // D5
-    {"LA", kBoth, nullptr, "00\x87"},  // "0" "0" D7
-    {"LA", kBoth, nullptr, "01\x87"},  // "0" "1" D7
-    {"MA", kBoth, nullptr, "S\x88"},  // "S" D8
-    {"MB", kIdCard, nullptr, "\x92-\x92-\x92-\x91\x83\x92"},  // L2 hyphen L2 hyphen L2 hyphen L1 D3 L2
-    {"MB", kIdCard, nullptr, "\x92\x92\x92\x91\x83\x92"},  // L2 L2 L2 L1 D3 L2
-    {"MB", kLicence, nullptr, "\x92-\x92-\x92-\x91\x83\x92"},  // L2 hyphen L2 hyphen L2 hyphen L1 D3 L2
-    {"MB", kLicence, nullptr, "\x92\x92\x92\x91\x83\x92"},  // L2 L2 L2 L1 D3 L2
-    {"MD", kBoth, nullptr, "\x91-\x83-\x83-\x83-\x83"},  // L1 hyphen D3 hyphen D3 hyphen D3 hyphen D3
-    {"MD", kBoth, nullptr, "\x91\x83\x83\x83\x83"},  // L1 D3 D3 D3 D3
-    {"ME", kBoth, nullptr, "\x87"},  // D7
-    {"MI", kIdCard, nullptr, "\x91 \x83 \x83 \x83 \x81"},  // L1 space D3 space D3 space D3 space D1
-    {"MI", kIdCard, nullptr, "\x91\x83\x83\x83\x81"},  // L1 D3 D3 D3 D1
-    {"MI", kIdCard, nullptr, "\x84"},  // D4
-    {"MI", kIdCard, nullptr, "\x91 \x83 \x83 \x83 \x83"},  // L1 space D3 space D3 space D3 space D3
-    {"MI", kIdCard, nullptr, "\x91\x83\x83\x83\x83"},  // L1 D3 D3 D3 D3
-    {"MI", kLicence, nullptr, "\x91 \x83 \x83 \x83 \x83"},  // L1 space D3 space D3 space D3 space D3
-    {"MI", kLicence, nullptr, "\x91\x83\x83\x83\x83"},  // L1 D3 D3 D3 D3
-    {"MN", kBoth, nullptr, "\x91-\x83-\x83-\x83-\x83"},  // L1 hyphen D3 hyphen D3 hyphen D3 hyphen D3
-    {"MN", kBoth, nullptr, "\x91\x83\x83\x83\x83"},  // L1 D3 D3 D3 D3
-    {"MN", kBoth, nullptr, "\x91\x8C"},  // L1 D12
-    {"MO", kBoth, nullptr, "\x91\x89"},  // L1 D9
-    {"MP", kLicence, nullptr, "\x84\xA1\x84"},  // D4 -? D4
-    {"MS", kBoth, nullptr, "\x89"},  // D9
-    {"MT", kBoth, nullptr, "\x8D"},  // D13
-    {"NB", kIdCard, nullptr, "\x87"},  // D7
-    {"NB", kLicence, nullptr, "\x87"},  // D7
-    {"NC", kBoth, nullptr, "\x8C"},  // D12
-    {"ND", kBoth, nullptr, "\x93-\x82-\x84"},  // L3 hyphen D2 hyphen D4
-    {"ND", kBoth, nullptr, "\x93\x82\x84"},  // L3 D2 D4
-    {"NE", kBoth, nullptr, "\x91\x88"},  // L1 D8
-    {"NH", kBoth, nullptr, "\x8A"},  // D10
-    {"NH", kBoth, nullptr, "\x82\x93\x85"},  // D2 L3 D5
-    {"NH", kBoth, nullptr, "\xBB"},  // A11
-    {"NJ", kBoth, nullptr, "\x91\x84 \x85 \x85"},  // L1 D4 space D5 space D5
-    {"NJ", kBoth, nullptr, "\x91\x84\x85 \x85"},  // L1 D4 D5 space D5
-    {"NJ", kBoth, nullptr, "\x91\x84\x85\x85"},  // L1 D4 D5 D5
-    {"NL", kBoth, nullptr, "\x91\x89"},  // L1 D9
-    {"NM", kBoth, nullptr, "\x89"},  // D9
-    {"NS", kBoth, nullptr, "\x95\x89"},  // L5 D9
-    {"NT", kIdCard, nullptr, "\x85"},  // D5
-    {"NT", kLicence, nullptr, "\x86"},  // D6
-    {"NU", kIdCard, nullptr, "\x82"},  // D2
-    {"NU", kIdCard, nullptr, "\x86"},  // D6
-    {"NU", kLicence, nullptr, "\x86"},  // D6
-    {"NV", kBoth, nullptr, "\x8A"},  // D10
-    {"NY", kBoth, nullptr, "\x83 \x83 \x83"},  // D3 space D3 space D3
-    {"NY", kBoth, nullptr, "\x89"},  // D9
-    {"OH", kBoth, nullptr, "\x92\x86"},  // L2 D6
-    {"OK", kBoth, nullptr, "\x89"},  // D9
-    {"OK", kBoth, nullptr, "\x91\x89"},  // L1 D9
-    {"ON", kIdCard, nullptr, "\x83 - \x92\x82 - \x85"},  // D3 space hyphen space L2 D2 space hyphen space D5
-    {"ON", kIdCard, nullptr, "\x81\xA1\x81\xA1\x81\xA1\x91\xA1\x91\xA1\x81\xA1\x81\xA1\x81\xA1\x81\xA1\x81\xA1\x81\xA1\x81"},  // D1 -? D1 -? D1 -? L1 -? L1 -? D1 -? D1 -? D1 -? D1 -? D1 -? D1 -? D1
-    {"ON", kLicence, nullptr, "\x91\x84 - \x85 - \x85"},  // L1 D4 space hyphen space D5 space hyphen space D5
-    {"ON", kLicence, nullptr, "\x91\x84-\x85-\x85"},  // L1 D4 hyphen D5 hyphen D5
-    {"OR", kBoth, nullptr, "\x88"},  // D8
-    {"OR", kIdCard, nullptr, "\x81\xA4\xA4\xA4\xA4\xA4\xA4"},  // D1 D? D? D? D? D? D?
-    {"OR", kLicence, nullptr, "\x84"},  // D4
-    {"PA", kBoth, nullptr, "\x82 \x83 \x83"},  // D2 space D3 space D3
-    {"PA", kBoth, nullptr, "\x88"},  // D8
-    {"PE", kBoth, nullptr, "\x86"},  // D6
-    {"PR", kBoth, nullptr, "\x87"},  // D7
-    {"QC", kLicence, nullptr, "\x91\x84-\x86-\x82"},  // L1 D4 hyphen D6 hyphen D2
-    {"QC", kLicence, nullptr, "\x91\x8C"},  // L1 D12
-    {"RI", kBoth, nullptr, "\x87"},  // D7
-    {"SC", kBoth, nullptr, "\x89"},  // D9
-    {"SD", kBoth, nullptr, "\x88"},  // D8
-    {"TN", kIdCard, nullptr, "\x89"},  // D9
-    {"TN", kLicence, nullptr, "\x89"},  // D9
-    {"TX", kBoth, nullptr, "\x88"},  // D8
-    {"UT", kBoth, nullptr, "\x89"},  // D9
-    {"UT", kBoth, nullptr, "0\x89"},  // "0" D9
-    {"VA", kBoth, nullptr, "\x91\x82-\x82-\x84"},  // L1 D2 hyphen D2 hyphen D4
-    {"VA", kBoth, nullptr, "\x91\x88"},  // L1 D8
-    {"VI", kLicence, nullptr, "\x91-\x8C"},  // L1 hyphen D12
-    {"VI", kLicence, nullptr, "\x91-\x8A"},  // L1 hyphen D10
-    {"VT", kIdCard, nullptr, "\x87\x91"},  // D7 L1
-    {"VT", kBoth, nullptr, "\x88"},  // D8
-    {"WA", kBoth, nullptr, "\x97\x83\x91\x81"},  // L7 D3 L1 D1
-    {"WA", kBoth, nullptr, "\x93**\x92\x82*\x92"},  // L3 asterisk asterisk L2 D2 asterisk L2
-    {"WA", kBoth, nullptr, "\x97\x83\x92"},  // L7 D3 L2
-    {"WI", kBoth, checkWisconsin, nullptr},  // dedicated check WI
-    {"WV", kBoth, nullptr, "\x87"},  // D7
-    {"WV", kBoth, nullptr, "\x91\x86"},  // L1 D6
-    {"WY", kIdCard, nullptr, "\x82-\x87"},  // D2 hyphen D7
-    {"WY", kLicence, nullptr, "\x86-\x83"},  // D6 hyphen D3
-    {"YT", kIdCard, nullptr, "\x86"},  // D6
-    {"YT", kLicence, nullptr, "\x85"},  // D5
+    {"AB", kIdCard, nullptr, "D4 -? D5"},
+    {"AB", kIdCard, nullptr, "D6 -? D3"},
+    {"AB", kLicence, nullptr, "D6 -? D3"},
+    {"AK", kBoth, nullptr, "D7"},
+    {"AL", kIdCard, nullptr, "L1 D6"},
+    {"AL", kLicence, nullptr, "D7"},
+    {"AR", kBoth, nullptr, "D9"},
+    {"AS", kIdCard, nullptr, "D5 -? D11"},
+    {"AS", kLicence, nullptr, "D3 '-' D2 '-' D4"},
+    {"AS", kLicence, nullptr, "D3 D2 D4"},
+    {"AS", kLicence, nullptr, "D6"},
+    {"AZ", kIdCard, nullptr, "D4 L1 D5"},
+    {"AZ", kBoth, nullptr, "L1 D8"},
+    {"BC", kLicence, nullptr, "D7"},
+    {"BC", kIdCard, nullptr, "D9"},
+    {"CA", kBoth, nullptr, "L1 D7"},
+    {"CN", kBoth, nullptr, "D9"},
+    {"CO", kBoth, nullptr, "D2 '-' D3 '-' D4"},
+    {"CO", kBoth, nullptr, "D2 D3 D4"},
+    {"CT", kBoth, checkConnecticut, {}},
+    {"DC", kIdCard, nullptr, "D9"},
+    {"DC", kIdCard, nullptr, "D7"},
+    {"DC", kLicence, nullptr, "D7"},
+    {"DE", kIdCard, nullptr, "D7"},
+    {"DE", kLicence, nullptr, "D6"},
+    {"DE", kLicence, nullptr, "D7"},
+    {"FL", kBoth, checkFlorida, {}},
+    {"GA", kBoth, nullptr, "D9"},
+    {"GU", kIdCard, nullptr, "L1 D2 -? D5"},
+    {"GU", kLicence, nullptr, "D10"},
+    {"HI", kIdCard, nullptr, "L1 D7"},
+    {"HI", kBoth, nullptr, "L1 D8"},
+    {"IA", kIdCard, nullptr, "D9"},
+    {"IA", kIdCard, nullptr, "D3 L2 D4"},
+    {"IA", kLicence, nullptr, "D3 L2 D4"},
+    {"IA", kLicence, nullptr, "D9"},
+    {"ID", kBoth, nullptr, "L2 D6 L1"},
+    {"IL", kBoth, nullptr, "L1 D3 '-' D4 '-' D4"},
+    {"IL", kBoth, nullptr, "L1 D3 D4 D4"},
+    {"IL", kBoth, nullptr, "D4 '-' D4 '-' D3 L1"},
+    {"IL", kBoth, nullptr, "D4 D4 D3 L1"},
+    {"IN", kBoth, nullptr, "D4 '-' D2 '-' D4"},
+    {"IN", kBoth, nullptr, "D4 D2 D4"},
+    {"KS", kBoth, nullptr, "D3 '-' D2 '-' D4"},
+    {"KS", kBoth, nullptr, "D3 D2 D4"},
+    {"KS", kBoth, nullptr, "L1 D2 '-' D2 '-' D4"},
+    {"KS", kBoth, nullptr, "L1 D2 D2 D4"},
+    {"KY", kBoth, nullptr, "L1 D2 '-' D3 '-' D3"},
+    {"KY", kBoth, nullptr, "L1 D2 D3 D3"},
+    {"LA", kIdCard, nullptr, "D5"},
+    {"LA", kBoth, nullptr, "'00' D7"},
+    {"LA", kBoth, nullptr, "'01' D7"},
+    {"MA", kBoth, nullptr, "'S' D8"},
+    {"MB", kIdCard, nullptr, "L2 '-' L2 '-' L2 '-' L1 D3 L2"},
+    {"MB", kIdCard, nullptr, "L2 L2 L2 L1 D3 L2"},
+    {"MB", kLicence, nullptr, "L2 '-' L2 '-' L2 '-' L1 D3 L2"},
+    {"MB", kLicence, nullptr, "L2 L2 L2 L1 D3 L2"},
+    {"MD", kBoth, nullptr, "L1 '-' D3 '-' D3 '-' D3 '-' D3"},
+    {"MD", kBoth, nullptr, "L1 D3 D3 D3 D3"},
+    {"ME", kBoth, nullptr, "D7"},
+    {"MI", kIdCard, nullptr, "L1 ' ' D3 ' ' D3 ' ' D3 ' ' D1"},
+    {"MI", kIdCard, nullptr, "L1 D3 D3 D3 D1"},
+    {"MI", kIdCard, nullptr, "D4"},
+    {"MI", kIdCard, nullptr, "L1 ' ' D3 ' ' D3 ' ' D3 ' ' D3"},
+    {"MI", kIdCard, nullptr, "L1 D3 D3 D3 D3"},
+    {"MI", kLicence, nullptr, "L1 ' ' D3 ' ' D3 ' ' D3 ' ' D3"},
+    {"MI", kLicence, nullptr, "L1 D3 D3 D3 D3"},
+    {"MN", kBoth, nullptr, "L1 '-' D3 '-' D3 '-' D3 '-' D3"},
+    {"MN", kBoth, nullptr, "L1 D3 D3 D3 D3"},
+    {"MN", kBoth, nullptr, "L1 D12"},
+    {"MO", kBoth, nullptr, "L1 D9"},
+    {"MP", kLicence, nullptr, "D4 -? D4"},
+    {"MS", kBoth, nullptr, "D9"},
+    {"MT", kBoth, nullptr, "D13"},
+    {"NB", kIdCard, nullptr, "D7"},
+    {"NB", kLicence, nullptr, "D7"},
+    {"NC", kBoth, nullptr, "D12"},
+    {"ND", kBoth, nullptr, "L3 '-' D2 '-' D4"},
+    {"ND", kBoth, nullptr, "L3 D2 D4"},
+    {"NE", kBoth, nullptr, "L1 D8"},
+    {"NH", kBoth, nullptr, "D10"},
+    {"NH", kBoth, nullptr, "D2 L3 D5"},
+    {"NH", kBoth, nullptr, "A11"},
+    {"NJ", kBoth, nullptr, "L1 D4 ' ' D5 ' ' D5"},
+    {"NJ", kBoth, nullptr, "L1 D4 D5 ' ' D5"},
+    {"NJ", kBoth, nullptr, "L1 D4 D5 D5"},
+    {"NL", kBoth, nullptr, "L1 D9"},
+    {"NM", kBoth, nullptr, "D9"},
+    {"NS", kBoth, nullptr, "L5 D9"},
+    {"NT", kIdCard, nullptr, "D5"},
+    {"NT", kLicence, nullptr, "D6"},
+    {"NU", kIdCard, nullptr, "D2"},
+    {"NU", kIdCard, nullptr, "D6"},
+    {"NU", kLicence, nullptr, "D6"},
+    {"NV", kBoth, nullptr, "D10"},
+    {"NY", kBoth, nullptr, "D3 ' ' D3 ' ' D3"},
+    {"NY", kBoth, nullptr, "D9"},
+    {"OH", kBoth, nullptr, "L2 D6"},
+    {"OK", kBoth, nullptr, "D9"},
+    {"OK", kBoth, nullptr, "L1 D9"},
+    {"ON", kIdCard, nullptr, "D3 ' - ' L2 D2 ' - ' D5"},
+    {"ON", kIdCard, nullptr, "D1 -? D1 -? D1 -? L1 -? L1 -? D1 -? D1 -? D1 -? D1 -? D1 -? D1 -? D1"},
+    {"ON", kLicence, nullptr, "L1 D4 ' - ' D5 ' - ' D5"},
+    {"ON", kLicence, nullptr, "L1 D4 '-' D5 '-' D5"},
+    {"OR", kBoth, nullptr, "D8"},
+    {"OR", kIdCard, nullptr, "D1 D? D? D? D? D? D?"},
+    {"OR", kLicence, nullptr, "D4"},
+    {"PA", kBoth, nullptr, "D2 ' ' D3 ' ' D3"},
+    {"PA", kBoth, nullptr, "D8"},
+    {"PE", kBoth, nullptr, "D6"},
+    {"PR", kBoth, nullptr, "D7"},
+    {"QC", kLicence, nullptr, "L1 D4 '-' D6 '-' D2"},
+    {"QC", kLicence, nullptr, "L1 D12"},
+    {"RI", kBoth, nullptr, "D7"},
+    {"SC", kBoth, nullptr, "D9"},
+    {"SD", kBoth, nullptr, "D8"},
+    {"TN", kIdCard, nullptr, "D9"},
+    {"TN", kLicence, nullptr, "D9"},
+    {"TX", kBoth, nullptr, "D8"},
+    {"UT", kBoth, nullptr, "D9"},
+    {"UT", kBoth, nullptr, "'0' D9"},
+    {"VA", kBoth, nullptr, "L1 D2 '-' D2 '-' D4"},
+    {"VA", kBoth, nullptr, "L1 D8"},
+    {"VI", kLicence, nullptr, "L1 '-' D12"},
+    {"VI", kLicence, nullptr, "L1 '-' D10"},
+    {"VT", kIdCard, nullptr, "D7 L1"},
+    {"VT", kBoth, nullptr, "D8"},
+    {"WA", kBoth, nullptr, "L7 D3 L1 D1"},
+    {"WA", kBoth, nullptr, "L3 '**' L2 D2 '*' L2"},
+    {"WA", kBoth, nullptr, "L7 D3 L2"},
+    {"WI", kBoth, checkWisconsin, {}},
+    {"WV", kBoth, nullptr, "D7"},
+    {"WV", kBoth, nullptr, "L1 D6"},
+    {"WY", kIdCard, nullptr, "D2 '-' D7"},
+    {"WY", kLicence, nullptr, "D6 '-' D3"},
+    {"YT", kIdCard, nullptr, "D6"},
+    {"YT", kLicence, nullptr, "D5"},
 };
 
 // The PDF417 symbols each jurisdiction prints: data columns, rows, error-correction
