@@ -25,6 +25,8 @@ struct DocumentIdRule {
     uint16_t documents;
     DedicatedCheck check;   // or null, with a pattern
     NumberPattern pattern;  // byte-coded (see matchPattern); empty with a check
+    const char* example;    // a number the rule accepts
+    const char* nearMiss;   // one edit away from the example, refused by the rule
 };
 
 struct BarcodeSize {

@@ -1,11 +1,14 @@
-// The licence-number rules as the matcher sees them.
+// The licence-number rules: the bytes the matcher sees, and every rule's example and
+// near miss through the matcher and the check.
 #include <gtest/gtest.h>
 
 #include <iterator>
 #include <string>
 #include <string_view>
 
+#include "engine/status.h"
 #include "engine/validation.h"
+#include "test_support.h"
 
 namespace orvane {
 namespace {
@@ -124,6 +127,66 @@ TEST(DocumentIdRules, CompileToTheHandWrittenBytes) {
         const char* expected = kHandWrittenBytes[i] != nullptr ? kHandWrittenBytes[i] : "";
         EXPECT_STREQ(rules[i].pattern.bytes, expected);
         EXPECT_EQ(rules[i].check == nullptr, kHandWrittenBytes[i] != nullptr);
+    }
+}
+
+// The holder the dedicated checks' examples are written for.
+struct Holder {
+    testing::RecordWithBuffer r{1024};
+    Holder() {
+        setFieldLiteral(r.get(), field::lastName, "SMITH");
+        setFieldLiteral(r.get(), field::gender, "M");
+        setFieldLiteral(r.get(), field::birthdate, "19901105");
+    }
+};
+
+bool ruleTakes(const DocumentIdRule& rule, const ParsedRecord* holder, const char* number) {
+    return rule.check != nullptr ? rule.check(holder, makeSpan(number)) : matchPattern(makeSpan(number), rule.pattern.bytes);
+}
+
+// The rule the check stops at: the first of the jurisdiction's rules for the document
+// that takes the number.
+const DocumentIdRule* firstTaking(const char* jurisdiction, uint16_t document, const ParsedRecord* holder,
+                                  const char* number) {
+    for (const DocumentIdRule& rule : documentIdRulesFor(makeSpan(jurisdiction)).rules) {
+        if ((rule.documents & document) != 0 && ruleTakes(rule, holder, number)) return &rule;
+    }
+    return nullptr;
+}
+
+// One character inserted, removed or replaced turns a into b.
+bool oneEditApart(std::string_view a, std::string_view b) {
+    if (a.size() > b.size()) std::swap(a, b);
+    if (b.size() - a.size() > 1) return false;
+    size_t i = 0;
+    while (i < a.size() && a[i] == b[i]) ++i;
+    if (i == b.size()) return false;  // the same text
+    return a.substr(a.size() == b.size() ? i + 1 : i) == b.substr(i + 1);
+}
+
+TEST(DocumentIdRules, EachTakesItsExampleAndRefusesItsNearMiss) {
+    Holder holder;
+    // Takes only what the rule before it (L1 D3 D3 D3 D3) already takes.
+    const DocumentIdRule* neverReached = &documentIdRulesFor(makeSpan("MN")).rules[2];
+    for (const DocumentIdRule& rule : documentIdRules()) {
+        ASSERT_TRUE(rule.example != nullptr && rule.nearMiss != nullptr) << rule.jurisdiction;
+        SCOPED_TRACE(std::string(rule.jurisdiction) + " " + rule.example + " / " + rule.nearMiss);
+        EXPECT_TRUE(ruleTakes(rule, holder.r.get(), rule.example));
+        EXPECT_FALSE(ruleTakes(rule, holder.r.get(), rule.nearMiss));
+        EXPECT_TRUE(oneEditApart(rule.example, rule.nearMiss));
+        for (const uint16_t document : {kIdCard, kLicence}) {
+            if ((rule.documents & document) == 0) continue;
+            // The example reaches its own rule: no earlier rule for the document takes it.
+            const DocumentIdRule* first = firstTaking(rule.jurisdiction, document, holder.r.get(), rule.example);
+            EXPECT_EQ(first == &rule, &rule != neverReached);
+            // And the check on a whole record finds it valid.
+            Holder record;
+            setFieldLiteral(record.r.get(), field::jurisdictionCode, rule.jurisdiction);
+            setFieldLiteral(record.r.get(), field::documentType, document == kIdCard ? "ID" : "DL");
+            setFieldLiteral(record.r.get(), field::licenseNumber, rule.example);
+            char scratch[64];
+            EXPECT_EQ(validateDocumentId(record.r.get(), scratch, sizeof scratch), kCheckValid);
+        }
     }
 }
 
