@@ -1,10 +1,12 @@
-// The licence-number rules: the bytes the matcher sees, and every rule's example and
-// near miss through the matcher and the check.
+// The licence-number rules and barcode sizes: the bytes the matcher sees, and every
+// rule's example and near miss, and every size, through the checks.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "engine/status.h"
 #include "engine/validation.h"
@@ -188,6 +190,33 @@ TEST(DocumentIdRules, EachTakesItsExampleAndRefusesItsNearMiss) {
             EXPECT_EQ(validateDocumentId(record.r.get(), scratch, sizeof scratch), kCheckValid);
         }
     }
+}
+
+TEST(BarcodeSizes, EachEntryIsAcceptedWithinTheBounds) {
+    // Entries above 33 columns lie outside the check's bounds, deliberately kept: these
+    // jurisdictions list no other size and so never pass.
+    const std::vector<std::string> neverAccepted = {"CA", "IN", "ME", "OH", "RI", "TX", "UT"};
+    std::vector<std::string> accepted;
+    std::vector<std::string> jurisdictions;
+    for (const BarcodeSize& size : barcodeSizes()) {
+        SCOPED_TRACE(std::string(size.jurisdiction) + " " + std::to_string(size.columns) + "x" +
+                     std::to_string(size.rows) + " level " + std::to_string(size.errorCorrectionLevel));
+        testing::RecordWithBuffer r{256};
+        setFieldLiteral(r.get(), field::jurisdictionCode, size.jurisdiction);
+        const int32_t status = validateBarcode(r.get(), size.columns, size.rows, size.errorCorrectionLevel);
+        EXPECT_EQ(status, size.columns > 33 ? kErrInvalidArgument : kCheckValid);
+        if (jurisdictions.empty() || jurisdictions.back() != size.jurisdiction) jurisdictions.push_back(size.jurisdiction);
+        if (status == kCheckValid && (accepted.empty() || accepted.back() != size.jurisdiction)) {
+            accepted.push_back(size.jurisdiction);
+        }
+    }
+    EXPECT_EQ(jurisdictions.size(), 45u);
+    std::vector<std::string> never;
+    for (const std::string& code : jurisdictions) {
+        if (std::find(accepted.begin(), accepted.end(), code) == accepted.end()) never.push_back(code);
+    }
+    std::sort(never.begin(), never.end());
+    EXPECT_EQ(never, neverAccepted);
 }
 
 }  // namespace

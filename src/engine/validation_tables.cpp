@@ -157,7 +157,8 @@ constexpr DocumentIdRule kDocumentIdRules[] = {
 };
 
 // The PDF417 symbols each jurisdiction prints: data columns, rows, error-correction
-// level. Entries above 33 columns can never match the check's bounds; they are kept.
+// level. Each entry is its own example of an accepted size, except that entries above
+// 33 columns can never match the check's bounds; they are kept.
 constexpr BarcodeSize kBarcodeSizes[] = {
     {"AB", 32, 16, 5}, {"AB", 20, 15, 5},
     {"AK", 25, 12, 3},
