@@ -15,3 +15,11 @@ configure(no-benchmark -DCMAKE_DISABLE_FIND_PACKAGE_benchmark=ON)
 if(NOT status EQUAL 0 OR NOT output MATCHES "Google Benchmark not found: the parse benchmark is skipped")
   message(FATAL_ERROR "without Google Benchmark: ${status}\n${output}")
 endif()
+
+# ThreadSanitizer and AddressSanitizer cannot share a program: refused before anything is built.
+foreach(other ORVANE_SANITIZE ORVANE_BUILD_FUZZERS)
+  configure(thread-and-${other} -DORVANE_THREAD_SANITIZE=ON -D${other}=ON)
+  if(status EQUAL 0 OR NOT output MATCHES "ORVANE_THREAD_SANITIZE cannot be combined with ${other}")
+    message(FATAL_ERROR "ORVANE_THREAD_SANITIZE with ${other} was not refused: ${status}\n${output}")
+  endif()
+endforeach()
