@@ -1,10 +1,12 @@
 // Counts every allocation made by the code linked into this program (the library's
 // objects included): the linker routes malloc, calloc, realloc and operator new here.
-// The wrappers can also make one allocation fail.
+// The wrappers can also make one allocation fail, and can leave a guard after each block
+// to show whether anything writes past the handle's buffers.
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -14,6 +16,7 @@
 
 #include "../tools/answer_table.h"
 #include "answer_checks.h"
+#include "api/handle.h"
 #include "orvane_parser.h"
 #include "sample_inputs.h"
 
@@ -29,6 +32,10 @@ namespace {
 bool counting = false;
 int allocations = 0;
 int failIn = 0;          // when positive, the malloc, calloc or realloc that many from now fails
+bool guarding = false;   // malloc and calloc leave kGuardSize pattern bytes after each block
+
+constexpr size_t kGuardSize = 64;
+constexpr unsigned char kGuardByte = 0xA5;
 
 void note() {
     if (counting) ++allocations;
@@ -38,6 +45,11 @@ void note() {
 bool noteAndFail() {
     note();
     return failIn > 0 && --failIn == 0;
+}
+
+void* guarded(void* block, size_t size) {
+    if (block != nullptr) std::memset(static_cast<unsigned char*>(block) + size, kGuardByte, kGuardSize);
+    return block;
 }
 
 // Runs the body and returns how many allocations it made.
@@ -54,10 +66,12 @@ int allocationsDuring(Body body) {
 extern "C" {
 void* __wrap_malloc(size_t size) {
     if (noteAndFail()) return nullptr;
+    if (guarding) return guarded(__real_malloc(size + kGuardSize), size);
     return __real_malloc(size);
 }
 void* __wrap_calloc(size_t count, size_t size) {
     if (noteAndFail()) return nullptr;
+    if (guarding) return guarded(__real_calloc(count * size + kGuardSize, 1), count * size);
     return __real_calloc(count, size);
 }
 void* __wrap_realloc(void* pointer, size_t size) {
@@ -175,6 +189,44 @@ TEST(Allocations, AFailedBufferAllocationAnswersMinus24AndTheHandleRecovers) {
         EXPECT_EQ(answersOf(handle), largeAnswers);
         SVT_delete(handle);
     }
+}
+
+// Where the pattern after one of the handle's buffers changed, or "" when it is intact.
+std::string guardFault(const SVT_ParserHandle* handle) {
+    const struct {
+        const char* name;
+        const char* buffer;
+        int32_t capacity;
+    } buffers[] = {{"input copy", handle->inputCopy, handle->inputCopyCapacity},
+                   {"work store", handle->workStore, handle->workStoreCapacity}};
+    for (const auto& b : buffers) {
+        for (size_t i = 0; i < kGuardSize; ++i) {
+            if (static_cast<unsigned char>(b.buffer[b.capacity + i]) != kGuardByte) {
+                return std::string(b.name) + " overwritten at capacity + " + std::to_string(i);
+            }
+        }
+    }
+    return "";
+}
+
+TEST(Allocations, NothingIsWrittenPastTheHandlesBuffers) {
+    std::vector<std::string> inputs = orvane::testing::sampleInputs();
+    ASSERT_FALSE(inputs.empty());
+    const std::string arizona = sampleText("aamva-2013-arizona.txt");
+    // As long as the first buffers, then longer, so that they grow.
+    inputs.push_back(arizona + std::string(8192 - arizona.size(), 'Q'));
+    inputs.push_back(arizona + std::string(10000 - arizona.size(), 'Q'));
+    guarding = true;
+    SVT_ParserHandle* handle = SVT_create();
+    for (const std::string& input : inputs) {
+        SCOPED_TRACE(input.substr(0, 40));
+        SVT_parse(handle, input.data(), static_cast<int>(input.size()));
+        ASSERT_EQ(guardFault(handle), "") << "after the parse";
+        ASSERT_EQ(orvane::testing::askEverything(handle), "");
+        ASSERT_EQ(guardFault(handle), "") << "after the answers";
+    }
+    SVT_delete(handle);
+    guarding = false;
 }
 
 }  // namespace
