@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
         std::ofstream(corpus / ("seed-" + std::to_string(written++)), std::ios::binary) << bytes;
     };
     const fs::path source = ORVANE_SOURCE_DIR;
-    for (const fs::path folder : {source / "samples", source / "tests" / "data"}) {
+    for (const fs::path& folder : {source / "samples", source / "tests" / "data"}) {
         if (!fs::is_directory(folder)) continue;
         for (const auto& entry : fs::recursive_directory_iterator(folder)) {
             if (!entry.is_regular_file() || entry.path().extension() == ".expected") continue;

@@ -203,7 +203,9 @@ TEST(AamvaEngine, SubfileSelectorDropsTypeAndL) {
         const SubfileEntry entry{1, c.offset, c.length};
         TextSpan data{};
         ASSERT_EQ(aamvaSubfileSelector(e.p, makeSpan(c.payload), &entry, &data), c.status);
-        if (c.status == kOk) EXPECT_EQ(testing::text(data), c.data);
+        if (c.status == kOk) {
+            EXPECT_EQ(testing::text(data), c.data);
+        }
     }
 }
 

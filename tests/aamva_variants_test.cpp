@@ -144,6 +144,23 @@ TEST(AamvaVariants, Editions2003And2005) {
     });
 }
 
+TEST(AamvaVariants, NumberedDirectoriesOfIdentityCards) {
+    // The formats that read a numbered directory take the document type from its record.
+    // Without "DLDAA" to search for, the offsets point at the elements themselves.
+    const std::string f18 = "@\n\x1e\rANSI6360260101" + dir("ID", 31, 40) + "ID" + kElementsA + "\r";
+    const std::string f19 = "@\n\x1e\rANSI 6360260101" + dir("ID", 32, 41) + "ID" + kElementsA + "\r";
+    const std::string nc22 = "@\n\x1e\rAAMVA36026001" + dir("ID", 28, 60) + "IDDAAJANE ROE\nDAJNC\r";
+    const std::string f26 = "@\n\r ANSI6360260101ID03100500" "IDDAAJOHN Q DOE\nDAQ12345\r";
+    const std::string f32 = "@\n\r ANSI636026030001" + dir("ID", 33, 60) + "ID" + kElementsB + "\r";
+    testing::runReaderCases({
+        {"18", parseAamvaFormat18, f18, kOk, {{field::documentType, "ID"}, {field::fullName, "JOHN Q DOE"}}},
+        {"19", parseAamvaFormat19, f19, kOk, {{field::documentType, "ID"}, {field::fullName, "JOHN Q DOE"}}},
+        {"22", parseAamvaFormat22, nc22, kOk, {{field::documentType, "ID"}, {field::fullName, "JANE ROE"}}},
+        {"26", parseAamvaFormat26, f26, kOk, {{field::documentType, "ID"}, {field::fullName, "JOHN Q DOE"}}},
+        {"32", parseAamvaFormat32, f32, kOk, {{field::documentType, "ID"}, {field::lastName, "DOE"}}},
+    });
+}
+
 const std::string kElementsD = "DCSDOE\nDACJOHN\nDAQ12345\nDAS-R1\nDCBR2\nDAU070 IN\nDAJTX";  // Table D ids
 
 TEST(AamvaVariants, Editions2009To2011) {

@@ -33,7 +33,9 @@ TEST(CountryTable, CountEndsAndOrder) {
         // Names are compared upper-cased, so a lower-case letter would never match.
         for (const char* p = rows[i].name; *p != '\0'; ++p) EXPECT_FALSE(*p >= 'a' && *p <= 'z');
         // Sorted, so that the rows of a code stand together and its first row names it.
-        if (i > 0 && i + 1 < rows.size()) EXPECT_LE(std::strcmp(rows[i - 1].alpha3, rows[i].alpha3), 0);
+        if (i > 0 && i + 1 < rows.size()) {
+            EXPECT_LE(std::strcmp(rows[i - 1].alpha3, rows[i].alpha3), 0);
+        }
     }
     EXPECT_EQ(rowsByCode.size(), 250u);
     EXPECT_EQ(rowsByCode["USA"], 6);

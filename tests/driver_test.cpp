@@ -152,7 +152,9 @@ TEST(FindAamvaHeader, VersionAfterTheIssuerNumber) {
         SCOPED_TRACE(c.text);
         TextSpan version{};
         EXPECT_EQ(findAamvaHeader(c.text, static_cast<int32_t>(std::strlen(c.text)), &version), c.status);
-        if (c.status == kOk) EXPECT_EQ(testing::text(version), c.version);
+        if (c.status == kOk) {
+            EXPECT_EQ(testing::text(version), c.version);
+        }
     }
     EXPECT_EQ(findAamvaHeader(nullptr, 20, nullptr), kErrInvalidArgument);
     EXPECT_EQ(findAamvaHeader("@", -1, nullptr), kErrInvalidArgument);

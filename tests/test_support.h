@@ -91,7 +91,7 @@ struct ReaderCase {
     FormatParser reader;
     std::string input;
     int32_t status;
-    std::vector<Slot> slots;
+    std::vector<Slot> slots = {};  // none: the status alone is checked
     int32_t workCapacity = 4096;
 };
 

@@ -135,7 +135,9 @@ TEST(Base32Hex, DigitsEndMarkAndRefusals) {
         SCOPED_TRACE(c.input);
         uint64_t value = 0;
         EXPECT_EQ(decodeBase32Hex(makeSpan(c.input), &value), c.status);
-        if (c.status == kOk) EXPECT_EQ(value, c.value);
+        if (c.status == kOk) {
+            EXPECT_EQ(value, c.value);
+        }
     }
 }
 

@@ -66,7 +66,9 @@ TEST(PhoneticCode, ClassesAndRefusals) {
         char code[4];
         const bool ok = phoneticCode(makeSpan(c.name), code);
         ASSERT_EQ(ok, c.code != nullptr);
-        if (ok) EXPECT_EQ(std::string(code, 4), c.code);
+        if (ok) {
+            EXPECT_EQ(std::string(code, 4), c.code);
+        }
     }
 }
 

@@ -22,7 +22,6 @@ int32_t splitOnOneLine(const char* payload, int32_t length, const char* track3Ma
     return kOk;
 }
 
-constexpr const char* kLineEnds = "\r\n";
 constexpr const char* kQuotesAndBlanks = " \"";
 
 // The first `count` lines of at least 2 bytes, each trimmed of `edges` when given.
