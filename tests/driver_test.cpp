@@ -57,23 +57,27 @@ int32_t texanWithoutNames(char*, int32_t, ParsedRecord* record, const ParseClock
 struct DriverRun {
     RecordWithBuffer r{256};
     char inputCopy[256] = {};
+    char framings[512] = {};
     int32_t run(std::span<const FormatDescriptor> rows, const std::string& input = "x") {
-        return parseBestFormatOf(rows, input.data(), static_cast<int32_t>(input.size()), inputCopy,
-                                 sizeof inputCopy, r.get(), nullptr);
+        return parseBestFormatOf(rows, input.data(), static_cast<int32_t>(input.size()),
+                                 ParseBuffers{inputCopy, sizeof inputCopy, framings}, r.get(), nullptr);
     }
 };
 
 TEST(Driver, ArgumentChecksInOrder) {
     DriverRun d;
     char copy[8];
-    EXPECT_EQ(parseBestFormatOf({}, nullptr, 1, copy, 8, d.r.get(), nullptr), kErrNullInput);
-    EXPECT_EQ(parseBestFormatOf({}, "A", 0, copy, 8, d.r.get(), nullptr), kErrEmptyInput);
-    EXPECT_EQ(parseBestFormatOf({}, "A", 1, nullptr, 8, d.r.get(), nullptr), kErrInvalidArgument);
-    EXPECT_EQ(parseBestFormatOf({}, "A", 1, copy, 0, d.r.get(), nullptr), kErrInvalidArgument);
-    EXPECT_EQ(parseBestFormatOf({}, "A", 1, copy, 8, nullptr, nullptr), kErrInvalidArgument);
+    char framings[16];
+    const ParseBuffers buffers{copy, 8, framings};
+    EXPECT_EQ(parseBestFormatOf({}, nullptr, 1, buffers, d.r.get(), nullptr), kErrNullInput);
+    EXPECT_EQ(parseBestFormatOf({}, "A", 0, buffers, d.r.get(), nullptr), kErrEmptyInput);
+    EXPECT_EQ(parseBestFormatOf({}, "A", 1, ParseBuffers{nullptr, 8, framings}, d.r.get(), nullptr), kErrInvalidArgument);
+    EXPECT_EQ(parseBestFormatOf({}, "A", 1, ParseBuffers{copy, 0, framings}, d.r.get(), nullptr), kErrInvalidArgument);
+    EXPECT_EQ(parseBestFormatOf({}, "A", 1, ParseBuffers{copy, 8, nullptr}, d.r.get(), nullptr), kErrInvalidArgument);
+    EXPECT_EQ(parseBestFormatOf({}, "A", 1, buffers, nullptr, nullptr), kErrInvalidArgument);
     ParsedRecord bare{};
-    EXPECT_EQ(parseBestFormatOf({}, "A", 1, copy, 8, &bare, nullptr), kErrNoWorkBuffer);
-    EXPECT_EQ(parseBestFormatOf({}, "A", 1, copy, 8, d.r.get(), nullptr), kErrNotRecognised);
+    EXPECT_EQ(parseBestFormatOf({}, "A", 1, buffers, &bare, nullptr), kErrNoWorkBuffer);
+    EXPECT_EQ(parseBestFormatOf({}, "A", 1, buffers, d.r.get(), nullptr), kErrNotRecognised);
 }
 
 TEST(Driver, TheWinningRow) {

@@ -279,6 +279,17 @@ int32_t findAamvaHeader(const char* text, int32_t length, TextSpan* version) {
     return kErrNoAnswer;
 }
 
+bool aamvaHeaderMayPass(const TextFacts& f, uint32_t formatNumber, VersionRule rule) {
+    const AamvaVersionRow* row = findAamvaVersionRow(formatNumber);
+    if (row == nullptr || f.length <= static_cast<int64_t>(row->headerLength) || f.at(0) != '@') return false;
+    if (rule == VersionRule::Any) return true;
+    if (f.length < static_cast<int64_t>(row->versionOffset) + row->versionLength) return false;
+    int32_t version = 0;
+    if (!readHeaderNumber(TextSpan{f.text, f.length}, row->versionOffset, row->versionLength, &version)) return false;
+    if (rule == VersionRule::Exact) return version == static_cast<int64_t>(row->expectedVersion);
+    return version >= static_cast<int64_t>(row->minVersion) && version <= static_cast<int64_t>(row->expectedVersion);
+}
+
 int32_t runAamvaParser(AamvaParser& p, const char* payload, int32_t length) {
     return runStep(p.mainStep, p, payload, length);
 }

@@ -124,6 +124,16 @@ int32_t aamvaElementStore(AamvaParser& p, FieldId id, TextSpan value);
 // driver adds the version of the winning reading with it.
 int32_t findAamvaHeader(const char* text, int32_t length, TextSpan* version);
 
+// How a format's version check judges the header's version number.
+enum class VersionRule {
+    Exact,    // the row's expected version
+    InRange,  // from the row's minimum to its expected version
+    Any,      // not read, or any
+};
+// Necessary for the header steps of a format to pass: "@" first, a header of the row's
+// length and a version number the rule accepts, read as the version step reads it.
+bool aamvaHeaderMayPass(const TextFacts& facts, uint32_t formatNumber, VersionRule rule);
+
 // Helpers the variants share with the defaults.
 // Reads a numeric header field at offset/length: true with its value when every
 // character is a digit, white space or a sign.

@@ -105,6 +105,11 @@ int32_t checkHeaderWord(AamvaParser& p, TextSpan payload, const HeaderWordRule& 
     return spanFind(window, makeSpan(rule.word)) >= 0 ? kOk : rule.missingStatus;
 }
 
+bool headerWordWithin(const TextFacts& f, const HeaderWordRule& rule) {
+    if (f.length < rule.minLength) return false;
+    return spanFind(TextSpan{f.text + rule.from, rule.to - rule.from + 1}, makeSpan(rule.word)) >= 0;
+}
+
 int32_t requireRecordSeparator30(AamvaParser& p, TextSpan payload) {
     if (payload.data == nullptr) return kErrInvalidArgument;
     return p.recordSeparator == 30 ? kOk : kErrRecordSeparator;

@@ -37,6 +37,8 @@ struct HeaderWordRule {
     int32_t missingStatus;
 };
 int32_t checkHeaderWord(AamvaParser& p, TextSpan payload, const HeaderWordRule& rule);
+// Necessary for checkHeaderWord to pass: the word within its window.
+bool headerWordWithin(const TextFacts& facts, const HeaderWordRule& rule);
 template <const HeaderWordRule& Rule>
 int32_t headerWordCheck(AamvaParser& p, TextSpan payload) {
     return checkHeaderWord(p, payload, Rule);

@@ -37,6 +37,8 @@ int32_t runVariantChecked(AamvaParser& p, const char* standardName, const char* 
 
 }  // namespace
 
+bool mayReadAamvaFormat17(const TextFacts& f) { return aamvaHeaderMayPass(f, 17, VersionRule::Exact) && headerWordWithin(f, kAnsiAt4Or5); }
+
 int32_t parseAamvaFormat17(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 17, record, clock)) return status;
@@ -44,6 +46,8 @@ int32_t parseAamvaFormat17(char* text, int32_t length, ParsedRecord* record, con
     p.elementStep = elementStepFor<kAamvaTableA, BothDash>;
     return runVariant(p, kAamva2000, text, length);
 }
+
+bool mayReadAamvaFormat18(const TextFacts& f) { return aamvaHeaderMayPass(f, 18, VersionRule::Exact) && headerWordWithin(f, kAnsiAt4); }
 
 int32_t parseAamvaFormat18(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
@@ -55,6 +59,8 @@ int32_t parseAamvaFormat18(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kAamva2000, text, length);
 }
 
+bool mayReadAamvaFormat19(const TextFacts& f) { return aamvaHeaderMayPass(f, 19, VersionRule::Exact) && headerWordWithin(f, kAnsiAt4Or5); }
+
 int32_t parseAamvaFormat19(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 19, record, clock)) return status;
@@ -63,6 +69,8 @@ int32_t parseAamvaFormat19(char* text, int32_t length, ParsedRecord* record, con
     p.elementStep = elementStepFor<kAamvaTableA, Both>;
     return runVariant(p, kAamva2000, text, length);
 }
+
+bool mayReadAamvaFormat20(const TextFacts& f) { return aamvaHeaderMayPass(f, 20, VersionRule::Exact) && headerWordWithin(f, kAamva36At3); }
 
 int32_t parseAamvaFormat20(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
@@ -73,6 +81,8 @@ int32_t parseAamvaFormat20(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kNonStandard2000, text, length);
 }
 
+bool mayReadAamvaFormat21(const TextFacts& f) { return aamvaHeaderMayPass(f, 21, VersionRule::Exact) && headerWordWithin(f, kAamva36At4WithSeparator); }
+
 int32_t parseAamvaFormat21(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 21, record, clock)) return status;
@@ -81,6 +91,8 @@ int32_t parseAamvaFormat21(char* text, int32_t length, ParsedRecord* record, con
     p.elementStep = elementStepFor<kAamvaTableA, Both>;
     return runVariantChecked(p, kNonStandard2000, text, length, refuseNorthCarolina);
 }
+
+bool mayReadAamvaFormat22(const TextFacts& f) { return aamvaHeaderMayPass(f, 22, VersionRule::Exact) && headerWordWithin(f, kAamva36At4WithSeparator); }
 
 int32_t parseAamvaFormat22(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
@@ -94,6 +106,8 @@ int32_t parseAamvaFormat22(char* text, int32_t length, ParsedRecord* record, con
     return runVariantChecked(p, kNonStandard2000, text, length, requireNorthCarolina);
 }
 
+bool mayReadAamvaFormat23(const TextFacts& f) { return aamvaHeaderMayPass(f, 23, VersionRule::Any) && headerWordWithin(f, kAamvaWithin7); }
+
 int32_t parseAamvaFormat23(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 23, record, clock)) return status;
@@ -106,6 +120,8 @@ int32_t parseAamvaFormat23(char* text, int32_t length, ParsedRecord* record, con
     return runVariantChecked(p, kNonStandard2000, text, length, requireNorthCarolina);
 }
 
+bool mayReadAamvaFormat24(const TextFacts& f) { return aamvaHeaderMayPass(f, 24, VersionRule::Exact) && headerWordWithin(f, kAamvaAt4WithSeparator); }
+
 int32_t parseAamvaFormat24(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 24, record, clock)) return status;
@@ -113,6 +129,8 @@ int32_t parseAamvaFormat24(char* text, int32_t length, ParsedRecord* record, con
     p.elementStep = elementStepFor<kAamvaTableA, Both>;
     return runVariant(p, kAamva2000, text, length);
 }
+
+bool mayReadAamvaFormat25(const TextFacts& f) { return aamvaHeaderMayPass(f, 25, VersionRule::Exact) && headerWordWithin(f, kAamvaAt4); }
 
 int32_t parseAamvaFormat25(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
@@ -123,6 +141,8 @@ int32_t parseAamvaFormat25(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kNonStandard2000, text, length);
 }
 
+bool mayReadAamvaFormat26(const TextFacts& f) { return aamvaHeaderMayPass(f, 26, VersionRule::Exact); }
+
 int32_t parseAamvaFormat26(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 26, record, clock)) return status;
@@ -132,12 +152,16 @@ int32_t parseAamvaFormat26(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kPartially2000, text, length);
 }
 
+bool mayReadAamvaFormat27(const TextFacts& f) { return aamvaHeaderMayPass(f, 27, VersionRule::Exact); }
+
 int32_t parseAamvaFormat27(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 27, record, clock)) return status;
     p.elementStep = elementStepFor<kAamvaTableB, BothDash>;
     return runVariant(p, kAamva2003, text, length);
 }
+
+bool mayReadAamvaFormat28(const TextFacts& f) { return aamvaHeaderMayPass(f, 28, VersionRule::Exact); }
 
 int32_t parseAamvaFormat28(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
@@ -148,6 +172,8 @@ int32_t parseAamvaFormat28(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kAamva2005, text, length);
 }
 
+bool mayReadAamvaFormat29(const TextFacts& f) { return aamvaHeaderMayPass(f, 29, VersionRule::Exact) && f.at(2) == '\x1e'; }
+
 int32_t parseAamvaFormat29(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 29, record, clock)) return status;
@@ -156,6 +182,8 @@ int32_t parseAamvaFormat29(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kAamva2003, text, length);
 }
 
+bool mayReadAamvaFormat30(const TextFacts& f) { return aamvaHeaderMayPass(f, 30, VersionRule::Exact); }
+
 int32_t parseAamvaFormat30(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 30, record, clock)) return status;
@@ -163,12 +191,16 @@ int32_t parseAamvaFormat30(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kAamva2003, text, length);
 }
 
+bool mayReadAamvaFormat31(const TextFacts& f) { return aamvaHeaderMayPass(f, 31, VersionRule::Exact); }
+
 int32_t parseAamvaFormat31(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 31, record, clock)) return status;
     p.elementStep = elementStepFor<kAamvaTableB, BothDash>;
     return runVariant(p, kAamva2005, text, length);
 }
+
+bool mayReadAamvaFormat32(const TextFacts& f) { return aamvaHeaderMayPass(f, 32, VersionRule::Exact); }
 
 int32_t parseAamvaFormat32(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
@@ -179,6 +211,8 @@ int32_t parseAamvaFormat32(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kAamva2005, text, length);
 }
 
+bool mayReadAamvaFormat33(const TextFacts& f) { return aamvaHeaderMayPass(f, 33, VersionRule::Exact); }
+
 int32_t parseAamvaFormat33(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 33, record, clock)) return status;
@@ -187,6 +221,8 @@ int32_t parseAamvaFormat33(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kAamva2005, text, length);
 }
 
+bool mayReadAamvaFormat34(const TextFacts& f) { return aamvaHeaderMayPass(f, 34, VersionRule::Exact); }
+
 int32_t parseAamvaFormat34(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 34, record, clock)) return status;
@@ -194,6 +230,8 @@ int32_t parseAamvaFormat34(char* text, int32_t length, ParsedRecord* record, con
     p.elementStep = elementStepFor<kAamvaTableB, BothDash>;
     return runVariant(p, kAamva2005, text, length);
 }
+
+bool mayReadAamvaFormat35(const TextFacts& f) { return aamvaHeaderMayPass(f, 35, VersionRule::Any); }
 
 int32_t parseAamvaFormat35(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
@@ -207,6 +245,8 @@ int32_t parseAamvaFormat35(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kAamva2005, text, length);
 }
 
+bool mayReadAamvaFormat36(const TextFacts& f) { return aamvaHeaderMayPass(f, 36, VersionRule::Exact); }
+
 int32_t parseAamvaFormat36(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 36, record, clock)) return status;
@@ -217,6 +257,8 @@ int32_t parseAamvaFormat36(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kAamva2005, text, length);
 }
 
+bool mayReadAamvaFormat37(const TextFacts& f) { return aamvaHeaderMayPass(f, 37, VersionRule::Exact); }
+
 int32_t parseAamvaFormat37(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 37, record, clock)) return status;
@@ -225,12 +267,16 @@ int32_t parseAamvaFormat37(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kAamva2009, text, length);
 }
 
+bool mayReadAamvaFormat38(const TextFacts& f) { return aamvaHeaderMayPass(f, 38, VersionRule::Exact); }
+
 int32_t parseAamvaFormat38(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 38, record, clock)) return status;
     p.elementStep = elementStepFor<kAamvaTableD, SeparatorOnly>;
     return runVariant(p, kAamva2009, text, length);
 }
+
+bool mayReadAamvaFormat39(const TextFacts& f) { return aamvaHeaderMayPass(f, 39, VersionRule::Exact); }
 
 int32_t parseAamvaFormat39(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
@@ -240,6 +286,8 @@ int32_t parseAamvaFormat39(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kAamva2010, text, length);
 }
 
+bool mayReadAamvaFormat40(const TextFacts& f) { return aamvaHeaderMayPass(f, 40, VersionRule::Exact); }
+
 int32_t parseAamvaFormat40(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 40, record, clock)) return status;
@@ -247,11 +295,21 @@ int32_t parseAamvaFormat40(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kAamva2010, text, length);
 }
 
+bool mayReadAamvaFormat41(const TextFacts& f) { return aamvaHeaderMayPass(f, 41, VersionRule::Exact); }
+
 int32_t parseAamvaFormat41(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 41, record, clock)) return status;
     p.elementStep = elementStepFor<kAamvaTableE, BothDash>;
     return runVariant(p, kAamva2011, text, length);
+}
+
+// The header is read from the first "@", wherever it stands.
+bool mayReadAamvaFormat42(const TextFacts& f) {
+    const int32_t at = f.find("@");
+    if (at < 0) return false;
+    const TextFacts fromAt{f.text + at, f.length - at, {}};
+    return aamvaHeaderMayPass(fromAt, 42, VersionRule::InRange);
 }
 
 int32_t parseAamvaFormat42(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
@@ -265,6 +323,8 @@ int32_t parseAamvaFormat42(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kAamva2014, text + at, length - at);
 }
 
+bool mayReadAamvaFormat43(const TextFacts& f) { return aamvaHeaderMayPass(f, 43, VersionRule::InRange); }
+
 int32_t parseAamvaFormat43(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 43, record, clock)) return status;
@@ -273,6 +333,8 @@ int32_t parseAamvaFormat43(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kAamva2014, text, length);
 }
 
+bool mayReadAamvaFormat44(const TextFacts& f) { return aamvaHeaderMayPass(f, 44, VersionRule::InRange); }
+
 int32_t parseAamvaFormat44(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     if (int32_t status = initAamvaParser(p, 44, record, clock)) return status;
@@ -280,6 +342,8 @@ int32_t parseAamvaFormat44(char* text, int32_t length, ParsedRecord* record, con
     p.elementStep = elementStepFor<kAamvaTableC, BothDash>;
     return runVariant(p, kAamva2014, text, length);
 }
+
+bool mayReadAamvaFormat45(const TextFacts& f) { return aamvaHeaderMayPass(f, 42, VersionRule::Any); }
 
 int32_t parseAamvaFormat45(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
@@ -294,6 +358,8 @@ int32_t parseAamvaFormat45(char* text, int32_t length, ParsedRecord* record, con
     return runVariantChecked(p, kAamva2014, text, length, requireCanada);
 }
 
+bool mayReadAamvaFormat46(const TextFacts& f) { return aamvaHeaderMayPass(f, 42, VersionRule::InRange); }
+
 int32_t parseAamvaFormat46(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;
     // Deliberately runs on the row of format 42; its own row is never used.
@@ -303,6 +369,8 @@ int32_t parseAamvaFormat46(char* text, int32_t length, ParsedRecord* record, con
     p.elementStep = elementStepFor<kAamvaTableC, BothNewline>;
     return runVariant(p, kAamva2014, text, length);
 }
+
+bool mayReadAamvaFormat47(const TextFacts& f) { return aamvaHeaderMayPass(f, 47, VersionRule::Exact); }
 
 int32_t parseAamvaFormat47(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     AamvaParser p;

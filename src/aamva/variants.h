@@ -40,4 +40,38 @@ int32_t parseAamvaFormat45(char* text, int32_t length, ParsedRecord* record, con
 int32_t parseAamvaFormat46(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
 int32_t parseAamvaFormat47(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
 
+// Necessary conditions of each reader's acceptance, for the driver's quick refusals:
+// the header steps each variant runs, judged from the text's facts.
+bool mayReadAamvaFormat17(const TextFacts& facts);
+bool mayReadAamvaFormat18(const TextFacts& facts);
+bool mayReadAamvaFormat19(const TextFacts& facts);
+bool mayReadAamvaFormat20(const TextFacts& facts);
+bool mayReadAamvaFormat21(const TextFacts& facts);
+bool mayReadAamvaFormat22(const TextFacts& facts);
+bool mayReadAamvaFormat23(const TextFacts& facts);
+bool mayReadAamvaFormat24(const TextFacts& facts);
+bool mayReadAamvaFormat25(const TextFacts& facts);
+bool mayReadAamvaFormat26(const TextFacts& facts);
+bool mayReadAamvaFormat27(const TextFacts& facts);
+bool mayReadAamvaFormat28(const TextFacts& facts);
+bool mayReadAamvaFormat29(const TextFacts& facts);
+bool mayReadAamvaFormat30(const TextFacts& facts);
+bool mayReadAamvaFormat31(const TextFacts& facts);
+bool mayReadAamvaFormat32(const TextFacts& facts);
+bool mayReadAamvaFormat33(const TextFacts& facts);
+bool mayReadAamvaFormat34(const TextFacts& facts);
+bool mayReadAamvaFormat35(const TextFacts& facts);
+bool mayReadAamvaFormat36(const TextFacts& facts);
+bool mayReadAamvaFormat37(const TextFacts& facts);
+bool mayReadAamvaFormat38(const TextFacts& facts);
+bool mayReadAamvaFormat39(const TextFacts& facts);
+bool mayReadAamvaFormat40(const TextFacts& facts);
+bool mayReadAamvaFormat41(const TextFacts& facts);
+bool mayReadAamvaFormat42(const TextFacts& facts);
+bool mayReadAamvaFormat43(const TextFacts& facts);
+bool mayReadAamvaFormat44(const TextFacts& facts);
+bool mayReadAamvaFormat45(const TextFacts& facts);
+bool mayReadAamvaFormat46(const TextFacts& facts);
+bool mayReadAamvaFormat47(const TextFacts& facts);
+
 }  // namespace orvane

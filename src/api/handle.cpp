@@ -28,13 +28,15 @@ int32_t ensureHandleBuffers(ParserHandle* handle, int32_t needed) {
     }
     std::free(handle->inputCopy);
     std::free(handle->workStore);
-    handle->inputCopy = static_cast<char*>(std::calloc(static_cast<size_t>(needed), 1));
+    // The framings share the input copy's allocation, so a handle still holds two.
+    handle->inputCopy = static_cast<char*>(std::calloc(3 * static_cast<size_t>(needed), 1));
     handle->workStore = static_cast<char*>(std::calloc(static_cast<size_t>(needed), 1));
     if (handle->inputCopy == nullptr || handle->workStore == nullptr) {
         std::free(handle->inputCopy);
         std::free(handle->workStore);
         handle->inputCopy = nullptr;
         handle->workStore = nullptr;
+        handle->framings = nullptr;
         handle->inputCopyCapacity = 0;
         handle->workStoreCapacity = 0;
         handle->record.workBuffer = nullptr;
@@ -42,6 +44,7 @@ int32_t ensureHandleBuffers(ParserHandle* handle, int32_t needed) {
         handle->record.workUsed = 0;
         return kErrNoWorkBuffer;
     }
+    handle->framings = handle->inputCopy + needed;
     handle->inputCopyCapacity = needed;
     handle->workStoreCapacity = needed;
     return attachWorkBuffer(&handle->record, handle->workStore, needed);
@@ -68,10 +71,9 @@ SVT_API int SVT_parse(SVT_ParserHandle* handle, const void* data, int length) {
     if (handle == nullptr || length < 1) return kErrInvalidArgument;
     const int32_t needed = length > kMinimumBufferSize ? length : kMinimumBufferSize;
     readParseClock(&handle->clock);
-    const int32_t buffers = ensureHandleBuffers(handle, needed);
-    if (buffers != kOk) return buffers;
-    return parseBestFormat(data, length, handle->inputCopy, handle->inputCopyCapacity,
-                           &handle->record, &handle->clock);
+    if (int32_t status = ensureHandleBuffers(handle, needed)) return status;
+    const ParseBuffers buffers{handle->inputCopy, handle->inputCopyCapacity, handle->framings};
+    return parseBestFormat(data, length, buffers, &handle->record, &handle->clock);
 }
 
 SVT_API int SVT_getMajorVersion(void) { return kVersionMajor; }

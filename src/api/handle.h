@@ -15,6 +15,7 @@ struct SVT_ParserHandle {
     char* workStore;  // the record's work buffer
     int32_t inputCopyCapacity;
     int32_t workStoreCapacity;
+    char* framings;   // the texts many formats share: two of inputCopyCapacity bytes, behind inputCopy
 };
 
 namespace orvane {
@@ -33,7 +34,7 @@ inline constexpr int32_t kVersionBuild = 0;
 // Stores the local date and time in the clock.
 void readParseClock(ParseClock* clock);
 
-// Makes both buffers hold at least needed bytes, reallocating only when they are too
+// Makes the buffers hold at least needed bytes, reallocating only when they are too
 // small; returns 0 or -24 when memory is exhausted.
 int32_t ensureHandleBuffers(ParserHandle* handle, int32_t needed);
 

@@ -208,13 +208,22 @@ void storeCivilianStandardName(ParsedRecord* record, char version) {
 
 }  // namespace
 
+// The layout opens with its version, "1".
+bool mayReadCacFormat51(const TextFacts& f) { return f.at(0) == '1'; }
+
 int32_t parseCacFormat51(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     return parseLayoutA(text, length, record, clock, "1", kCommonAccessCard1);
 }
 
+// The layout opens with its version, "N".
+bool mayReadCacFormat52(const TextFacts& f) { return f.at(0) == 'N'; }
+
 int32_t parseCacFormat52(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     return parseLayoutA(text, length, record, clock, "N", kCommonAccessCardN);
 }
+
+// "IDUS" and the version "3".
+bool mayReadCacFormat53(const TextFacts& f) { return f.startsWith("IDUS3"); }
 
 int32_t parseCacFormat53(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     storeCardIdentity(record, kCommonAccessCardV3);
@@ -225,6 +234,8 @@ int32_t parseCacFormat53(char* text, int32_t length, ParsedRecord* record, const
     return requireVariantMarker(record, "0");
 }
 
+bool mayReadCacFormat54(const TextFacts& f) { return f.startsWith("IDUS3"); }
+
 int32_t parseCacFormat54(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     storeCardIdentity(record, kCommonAccessCardV3);
     FixedFieldEngine e;
@@ -233,6 +244,9 @@ int32_t parseCacFormat54(char* text, int32_t length, ParsedRecord* record, const
     if (int32_t status = runFixedFieldEngine(e, text, length)) return status;
     return requireVariantMarker(record, "1");
 }
+
+// "IDCV" and its version character.
+bool mayReadCacFormat55(const TextFacts& f) { return f.length >= 5 && f.startsWith("IDCV"); }
 
 int32_t parseCacFormat55(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     FixedFieldEngine e;

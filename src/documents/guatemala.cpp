@@ -38,6 +38,8 @@ constexpr ElementLayout kGuatemalaLayout{kGuatemalaElements, "GUATEMALA", countr
 
 }  // namespace
 
+bool mayReadGuatemalaLicence(const TextFacts& f) { return mayReadCountryElements(f, kGuatemalaLayout.marker); }
+
 int32_t parseGuatemalaLicence(char* text, int32_t length, ParsedRecord* record, const ParseClock*) {
     return readElementLayout(text, length, record, kGuatemalaLayout);
 }

@@ -312,6 +312,9 @@ bool storeKeywordValue(ParsedRecord* record, const HcKeyword& k, TextSpan value)
 
 }  // namespace
 
+// "@", three bytes and "HC", as the caller's bytes stand.
+bool mayReadHcFormat48(const TextFacts& f) { return f.length >= 6 && f.at(0) == '@' && f.at(4) == 'H' && f.at(5) == 'C'; }
+
 int32_t parseHcFormat48(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     SegmentEngine e;
     initSegmentEngine(e, record, clock);
@@ -327,6 +330,11 @@ int32_t parseHcFormat48(char* text, int32_t length, ParsedRecord* record, const 
     return runSegmentEngine(e, text, length);
 }
 
+// A card track "%B" and a digit, then tracks after "?;".
+bool mayReadHcFormat49(const TextFacts& f) {
+    return f.length >= 9 && f.startsWith("%B") && isAsciiDigit(static_cast<unsigned char>(f.at(2))) && f.find("?;") >= 0;
+}
+
 int32_t parseHcFormat49(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     SegmentEngine e;
     initSegmentEngine(e, record, clock);
@@ -340,6 +348,9 @@ int32_t parseHcFormat49(char* text, int32_t length, ParsedRecord* record, const 
     e.fieldLast = storeIin49;
     return runSegmentEngine(e, text, length);
 }
+
+// At least two keyword lines.
+bool mayReadHcFormat50(const TextFacts& f) { return f.has('\n') && f.has('C'); }
 
 int32_t parseHcFormat50(char* text, int32_t length, ParsedRecord* record, const ParseClock*) {
     if (text == nullptr || length < 0) return kErrInvalidArgument;

@@ -12,4 +12,9 @@ int32_t parseHcFormat48(char* text, int32_t length, ParsedRecord* record, const 
 int32_t parseHcFormat49(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
 int32_t parseHcFormat50(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
 
+// Necessary conditions of each reader's acceptance, for the driver's quick refusals.
+bool mayReadHcFormat48(const TextFacts& facts);
+bool mayReadHcFormat49(const TextFacts& facts);
+bool mayReadHcFormat50(const TextFacts& facts);
+
 }  // namespace orvane

@@ -23,6 +23,7 @@
 //   FECHA DE NACIMIENTO, EXPEDICION, VIGENCIA: birth, issue, expiry, DD/MM/YYYY
 //   DOMICILIO: street                 MUNICIPIO: municipality
 //   ESTADO: state, two letters        CP: postal code          TIPO: licence type
+#include <cstring>
 #include <iterator>
 
 #include "documents/national.h"
@@ -156,6 +157,23 @@ void storeLabelled(ParsedRecord* record, const TextSpan* values) {
 }
 
 }  // namespace
+
+bool mayReadMexicoElements(const TextFacts& f) { return mayReadCountryElements(f, kMexicoLayout.marker); }
+
+// The heading's first line is as long as the nation's name once folded and trimmed;
+// the caller's bytes are checked before the fold, in which A0 and B7 become blanks.
+bool mayReadMexicoLatin1Text(const TextFacts& f) {
+    auto blank = [](char c) {
+        const unsigned char b = static_cast<unsigned char>(c);
+        return isWhiteSpace(b) || b == 0xA0 || b == 0xB7;
+    };
+    int32_t start = 0;
+    while (start < f.length && blank(f.text[start])) ++start;
+    int32_t end = start;
+    while (end < f.length && f.text[end] != '\n' && f.text[end] != '\r') ++end;
+    while (end > start && blank(f.text[end - 1])) --end;
+    return end - start == static_cast<int32_t>(std::strlen(kNationLine));
+}
 
 int32_t parseMexicoElements(char* text, int32_t length, ParsedRecord* record, const ParseClock*) {
     return readElementLayout(text, length, record, kMexicoLayout);

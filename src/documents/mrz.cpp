@@ -257,6 +257,9 @@ int isMrzZoneCharacter(int c) { return isAsciiDigit(c) || isAsciiUpper(c) || c =
 int isMrzCodeCharacter(int c) { return isAsciiUpper(c) || c == '<'; }
 bool isMrzCardType(char first, char second) { return charInSet(first, "ACI") && second != 'V'; }
 
+// Two lines of 44, a passport's "P" first.
+bool mayReadMrzFormat64(const TextFacts& f) { return f.length == kTd3Length && f.at(0) == 'P'; }
+
 int32_t parseMrzFormat64(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     if (int32_t status = checkZone(text, length, record, clock, kTd3Length)) return status;
     if (text[0] != 'P') return kErrFraming;
@@ -264,6 +267,9 @@ int32_t parseMrzFormat64(char* text, int32_t length, ParsedRecord* record, const
     setFieldLiteral(record, field::documentType, kDocumentPassport);
     return kOk;
 }
+
+// Three lines of 30 of an identity card.
+bool mayReadMrzFormat65(const TextFacts& f) { return f.length == kTd1Length && isMrzCardType(f.at(0), f.at(1)); }
 
 int32_t parseMrzFormat65(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     if (int32_t status = checkZone(text, length, record, clock, kTd1Length)) return status;
@@ -275,12 +281,20 @@ int32_t parseMrzFormat65(char* text, int32_t length, ParsedRecord* record, const
     return kOk;
 }
 
+// Two lines of 36 of an identity card.
+bool mayReadMrzFormat66(const TextFacts& f) { return f.length == kTd2Length && isMrzCardType(f.at(0), f.at(1)); }
+
 int32_t parseMrzFormat66(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     if (int32_t status = checkZone(text, length, record, clock, kTd2Length)) return status;
     if (!isMrzCardType(text[0], text[1])) return kErrFraming;
     if (int32_t status = readZone(text, length, record, clock, kTd2Steps)) return status;
     setFieldLiteral(record, field::documentType, kDocumentTravel);
     return kOk;
+}
+
+// A visa of either length.
+bool mayReadMrzFormat67(const TextFacts& f) {
+    return (f.length == kLongVisaLength || f.length == kShortVisaLength) && f.at(0) == 'V';
 }
 
 int32_t parseMrzFormat67(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {

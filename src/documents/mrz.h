@@ -14,6 +14,12 @@ int32_t parseMrzFormat65(char* text, int32_t length, ParsedRecord* record, const
 int32_t parseMrzFormat66(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
 int32_t parseMrzFormat67(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
 
+// Necessary conditions of each reader's acceptance, for the driver's quick refusals.
+bool mayReadMrzFormat64(const TextFacts& facts);
+bool mayReadMrzFormat65(const TextFacts& facts);
+bool mayReadMrzFormat66(const TextFacts& facts);
+bool mayReadMrzFormat67(const TextFacts& facts);
+
 // Character classes of a zone.
 int isMrzZoneCharacter(int c);  // digit, capital letter or "<"
 int isMrzCodeCharacter(int c);  // capital letter or "<"

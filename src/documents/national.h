@@ -48,4 +48,14 @@ int32_t parseVirginIslandsLicence(char* text, int32_t length, ParsedRecord* reco
 int32_t parseVirginIslandsLicenceDtt(char* text, int32_t length, ParsedRecord* record,
                                      const ParseClock* clock);
 
+// Necessary conditions of each reader's acceptance, for the driver's quick refusals.
+bool mayReadGuatemalaLicence(const TextFacts& facts);
+bool mayReadPuertoRicoLicence(const TextFacts& facts);
+bool mayReadPanamaLicence(const TextFacts& facts);
+bool mayReadSouthAfricaIdentity(const TextFacts& facts);
+bool mayReadMexicoElements(const TextFacts& facts);
+bool mayReadMexicoLatin1Text(const TextFacts& facts);
+// Both Virgin Islands layouts.
+bool mayReadVirginIslandsLicence(const TextFacts& facts);
+
 }  // namespace orvane

@@ -185,6 +185,38 @@ int32_t readElementLines(TextSpan text, std::span<const ElementRule> rules, Pars
     return stored;
 }
 
+char foldedUpper(char c) { return toAsciiUpper(static_cast<char>(foldLatin1(static_cast<unsigned char>(c)))); }
+
+bool isFoldedBlank(char c) {
+    const char folded = foldedUpper(c);
+    return folded == ' ' || folded == '\t' || folded == '\v' || folded == '\f';
+}
+
+// Whether the value at from is the name, blanks around it, before a line end.
+bool valueIsName(const TextFacts& f, int32_t from, const char* name) {
+    int32_t at = from;
+    while (at < f.length && isFoldedBlank(f.text[at])) ++at;
+    for (const char* n = name; *n != '\0'; ++n, ++at) {
+        if (at >= f.length || foldedUpper(f.text[at]) != *n) return false;
+    }
+    while (at < f.length && isFoldedBlank(f.text[at])) ++at;
+    return at == f.length || f.text[at] == '\n' || f.text[at] == '\r' || f.text[at] == '\x1e';
+}
+
+bool mayReadCountryElements(const TextFacts& f, const char* countryName) {
+    // No Latin-1 letter folds to "G", so every "DCG" keeps a plain one.
+    for (int32_t at = 2; at < f.length; ++at) {
+        const void* g = std::memchr(f.text + at, 'G', static_cast<size_t>(f.length - at));
+        if (g == nullptr) return false;
+        at = static_cast<int32_t>(static_cast<const char*>(g) - f.text);
+        if (foldedUpper(f.text[at - 1]) == 'C' && foldedUpper(f.text[at - 2]) == 'D' &&
+            valueIsName(f, at + 1, countryName)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 bool countryNameInHeaderlessText(TextSpan text, const ElementLayout& layout) {
     TextSpan country;
     return !opensLikeAamva(text) && findElementValue(text, layout.rules, kCountryElement, &country) &&

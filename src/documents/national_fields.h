@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <span>
 
+#include "engine/format.h"
 #include "engine/record.h"
 
 namespace orvane {
@@ -69,6 +70,10 @@ bool issuerInHeader(TextSpan text, const ElementLayout& layout);
 // the elements, then the country, country code and (unless the designator gave one)
 // documentType "DL".
 int32_t readElementLayout(char* text, int32_t length, ParsedRecord* record, const ElementLayout& layout);
+
+// Necessary for a country-named element layout: somewhere a "DCG" whose value is the
+// country's name, judged on the caller's bytes as the reader's Latin-1 fold will leave them.
+bool mayReadCountryElements(const TextFacts& facts, const char* countryName);
 
 // Whether the span, trimmed, equals the upper-case word whatever the case of its letters.
 bool equalsWordIgnoringCase(TextSpan span, const char* word);

@@ -55,6 +55,8 @@ bool hasMarker(TextSpan text) {
 
 }  // namespace
 
+bool mayReadPanamaLicence(const TextFacts& f) { return f.length >= kMarkerLength && f.has('|') && f.find(kMarker) >= 0; }
+
 int32_t parsePanamaLicence(char* text, int32_t length, ParsedRecord* record, const ParseClock*) {
     const TextSpan whole{text, length};
     if (length < kMarkerLength || !hasMarker(whole)) return kErrNotRecognised;

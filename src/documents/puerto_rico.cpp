@@ -53,6 +53,13 @@ constexpr ElementLayout kPuertoRicoLayout{kPuertoRicoElements, kPuertoRicoIssuer
 
 }  // namespace
 
+// The issuer number early in the header; its digits are the caller's own, since the
+// reader's Latin-1 fold makes no digits.
+bool mayReadPuertoRicoLicence(const TextFacts& f) {
+    const int32_t at = f.find(kPuertoRicoIssuer);
+    return at >= 0 && at < 32;
+}
+
 int32_t parsePuertoRicoLicence(char* text, int32_t length, ParsedRecord* record, const ParseClock*) {
     if (int32_t status = readElementLayout(text, length, record, kPuertoRicoLayout)) return status;
     setFieldLiteral(record, field::iin, kPuertoRicoIssuer);

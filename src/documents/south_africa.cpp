@@ -97,6 +97,9 @@ bool hasMarker(TextSpan text) {
 
 }  // namespace
 
+// Nine fields between "|".
+bool mayReadSouthAfricaIdentity(const TextFacts& f) { return f.has('|'); }
+
 int32_t parseSouthAfricaIdentity(char* text, int32_t length, ParsedRecord* record, const ParseClock*) {
     const TextSpan whole{text, length};
     TextSpan fields[kFieldsUsed];

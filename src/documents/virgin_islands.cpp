@@ -84,6 +84,9 @@ int32_t readVirginIslands(const char* text, int32_t length, ParsedRecord* record
 
 std::span<const VirginIslandsElementRow> virginIslandsElementOrder() { return kElementOrder; }
 
+// Foreign text fills nothing, so the header is necessary for a reading.
+bool mayReadVirginIslandsLicence(const TextFacts& f) { return f.startsWith(kHeader); }
+
 int32_t parseVirginIslandsLicence(char* text, int32_t length, ParsedRecord* record, const ParseClock*) {
     return readVirginIslands(text, length, record, VirginIslandsLayout::Dct);
 }

@@ -1,5 +1,6 @@
 #include "engine/driver.h"
 
+#include <bit>
 #include <cctype>
 #include <cstring>
 
@@ -14,55 +15,42 @@ namespace {
 
 inline constexpr int32_t kNoScore = -9999;
 
-int32_t checkDriverArguments(const void* data, int32_t dataLength, const char* inputCopy,
-                             int32_t inputCopyCapacity, const ParsedRecord* record) {
+int32_t checkDriverArguments(const void* data, int32_t dataLength, const ParseBuffers& buffers,
+                             const ParsedRecord* record) {
     if (data == nullptr) return kErrNullInput;
     if (dataLength < 1) return kErrEmptyInput;
-    if (inputCopy == nullptr || inputCopyCapacity < 1 || record == nullptr) {
+    if (buffers.scratch == nullptr || buffers.scratchCapacity < 1 || buffers.framings == nullptr || record == nullptr) {
         return kErrInvalidArgument;
     }
     if (record->workBuffer == nullptr || record->workCapacity < 1) return kErrNoWorkBuffer;
     return kOk;
 }
 
-// The state of one parse: the caller's input, the scratch buffer, the upper-case
-// mapping and the barcode framing kept for the rows that share it.
-struct ParseRun {
-    const char* data;
-    int32_t dataLength;
-    char* inputCopy;
-    // What framers may fill: the scratch buffer less one byte, so an input as long as the
-    // buffer deliberately loses its last byte.
-    int32_t room;
-    int32_t scoringRoom;   // what the scoring derivers may fill
-    unsigned char upper[256];
-    bool asciiUpperCase;
-    Framer keptFramer;          // the framer whose upper-cased output is kept, or null
-    const char* keptText;
-    int32_t keptLength;
-    bool recordIsReset;         // no setter has stored a value since the last reset
-    int32_t snapshotRow;        // the row whose record is kept in the scratch buffer, or -1
-    const char* snapshot;
+// The C library's upper-case mapping, asked of std::toupper once per parse for each byte
+// value that a text holds.
+struct UpperCase {
+    unsigned char table[256];
+    uint64_t known[4];
+
+    unsigned char map(unsigned char c) {
+        if ((known[c >> 6] >> (c & 63) & 1) == 0) {
+            table[c] = static_cast<unsigned char>(std::toupper(c));
+            known[c >> 6] |= uint64_t{1} << (c & 63);
+        }
+        return table[c];
+    }
 };
 
-// The C library's upper-case mapping, read once per parse into a table; true when it is
-// the plain ASCII one, as in the "C" locale and most others.
-bool readUpperCaseTable(unsigned char* upper) {
-    bool ascii = true;
-#ifdef __GLIBC__
-    // glibc's own table behind toupper, read directly: the same answers, no call per byte.
-    const int32_t* mapping = *__ctype_toupper_loc();
-#endif
-    for (int c = 0; c < 256; ++c) {
-#ifdef __GLIBC__
-        upper[c] = static_cast<unsigned char>(mapping[c]);
-#else
-        upper[c] = static_cast<unsigned char>(std::toupper(c));
-#endif
-        const int plain = (c >= 'a' && c <= 'z') ? c - 'a' + 'A' : c;
-        ascii = ascii && upper[c] == plain;
+// Whether the mapping changes only a-z, to A-Z, for every byte the facts hold.
+bool mapsLikeAscii(UpperCase& upper, const TextFacts& facts) {
+    for (int word = 0; word < 4; ++word) {
+        for (uint64_t bits = facts.bytes[word]; bits != 0; bits &= bits - 1) {
+            const int c = word * 64 + std::countr_zero(bits);
+            const int plain = (c >= 'a' && c <= 'z') ? c - 'a' + 'A' : c;
+            if (upper.map(static_cast<unsigned char>(c)) != plain) return false;
+        }
     }
-    return ascii;
+    return true;
 }
 
 // Flips a-z to A-Z eight bytes at a time; other bytes, high ones included, stay.
@@ -86,111 +74,169 @@ void asciiUpperCase(char* text, int32_t length) {
     }
 }
 
-void upperCaseInPlace(const ParseRun& run, char* text, int32_t length) {
-    if (run.asciiUpperCase) {
+// Upper-cases a framed text in place, as the readers expect it, and brings its facts up
+// to date. True when the mapping was the ASCII one for every byte of the text.
+bool upperCaseText(UpperCase& upper, char* text, int32_t length, TextFacts* facts) {
+    if (mapsLikeAscii(upper, *facts)) {
         asciiUpperCase(text, length);
-        return;
+        // The bits of a-z move down to A-Z, 32 places in the word of bytes 64 to 127.
+        constexpr uint64_t kLower = ((uint64_t{1} << 26) - 1) << ('a' - 64);
+        facts->bytes[1] = (facts->bytes[1] & ~kLower) | ((facts->bytes[1] & kLower) >> 32);
+        return true;
     }
-    for (int32_t i = 0; i < length; ++i) text[i] = static_cast<char>(run.upper[static_cast<unsigned char>(text[i])]);
+    for (int32_t i = 0; i < length; ++i) text[i] = static_cast<char>(upper.map(static_cast<unsigned char>(text[i])));
+    gatherTextFacts(text, length, facts);
+    return false;
 }
 
-// Rows that share a framer get its output framed once per parse: most rows frame the
-// input as barcode text, the four zone rows as a zone. The last such framing is kept at
-// the end of the scratch buffer, from where each row gets a fresh copy. It is kept only
-// where nothing else reaches it: no framer writes more than a third beyond the input
-// (the header repairs grow it by a byte per three), no reader writes beyond its text,
-// and the scoring derivers get a room of more than twice the framed text, which their
-// answers never exceed. Longer inputs are framed anew for every row.
-bool isSharedFramer(Framer framer) { return framer == frameBarcodeText || framer == frameMrz; }
+// A text that several rows read: framed once per parse, when the first of them needs it.
+struct SharedText {
+    bool made;
+    int32_t status;  // the framer's
+    char* text;
+    int32_t length;
+    bool asciiUpperCase;
+    TextFacts facts;
+};
 
-void keepFraming(ParseRun& run, Framer framer, int32_t length) {
-    const int64_t capacity = static_cast<int64_t>(run.room) + 1;
-    const int64_t offset = capacity - (length + 1);
-    const int64_t framerReach = (4 * static_cast<int64_t>(run.dataLength)) / 3 + 2;
-    if (framerReach > offset || offset - 1 < 2 * static_cast<int64_t>(length) + 64) return;
-    char* kept = run.inputCopy + offset;
-    std::memcpy(kept, run.inputCopy, static_cast<size_t>(length) + 1);
-    run.keptFramer = framer;
-    run.keptText = kept;
-    run.keptLength = length;
-    if (offset - 1 < run.scoringRoom) run.scoringRoom = static_cast<int32_t>(offset) - 1;
+struct ParseRun {
+    const char* data;
+    int32_t dataLength;
+    char* scratch;
+    // What framers may fill: the scratch buffer less one byte, so an input as long as the
+    // buffer deliberately loses its last byte.
+    int32_t room;
+    char* framings;
+    int32_t framingCapacity;
+    UpperCase upper;
+    SharedText barcode;
+    SharedText zone;
+    SharedText raw;      // the caller's bytes as the pass-through framer copies them
+    int32_t recordRow;   // the row whose whole reading the record holds, or -1
+    int32_t lastRun;     // the last row whose reader ran, or -1
+    bool recordIsReset;  // no setter has stored a value since the last reset
+};
+
+SharedText& sharedBarcode(ParseRun& run) {
+    SharedText& s = run.barcode;
+    if (s.made) return s;
+    s.made = true;
+    s.text = run.framings;
+    s.length = 0;
+    s.status = frameBarcodeText(run.data, run.dataLength, s.text, run.room, &s.length);
+    gatherTextFacts(s.text, s.length, &s.facts);
+    s.asciiUpperCase = upperCaseText(run.upper, s.text, s.length, &s.facts);
+    return s;
 }
 
-// Frames the input for the row into the scratch buffer, upper-cased except after the
-// pass-through framer.
-int32_t frameForRow(ParseRun& run, const FormatDescriptor& row, int32_t* framedLength) {
-    if (row.framer == run.keptFramer) {
-        std::memcpy(run.inputCopy, run.keptText, static_cast<size_t>(run.keptLength) + 1);
-        *framedLength = run.keptLength;
-        return kOk;
+SharedText& sharedZone(ParseRun& run) {
+    SharedText& s = run.zone;
+    if (s.made) return s;
+    s.made = true;
+    s.text = run.framings + run.framingCapacity;
+    s.length = 0;
+    s.status = frameMrz(run.data, run.dataLength, s.text, run.room, &s.length);
+    if (s.status != kOk) return s;
+    gatherTextFacts(s.text, s.length, &s.facts);
+    s.asciiUpperCase = upperCaseText(run.upper, s.text, s.length, &s.facts);
+    return s;
+}
+
+SharedText& sharedRaw(ParseRun& run) {
+    SharedText& s = run.raw;
+    if (s.made) return s;
+    s.made = true;
+    s.status = run.room < 1 ? kErrInvalidArgument : kOk;
+    s.length = run.dataLength < run.room ? run.dataLength : run.room;
+    gatherTextFacts(run.data, s.status == kOk ? s.length : 0, &s.facts);
+    return s;
+}
+
+// The facts a row's quick check judges: those of its own text, or of the text its own
+// is made from (the caller's bytes before the Latin-1 fold, the barcode framing before
+// the strict replacement); null when the row's framer refuses the input.
+const TextFacts* factsForRow(ParseRun& run, Framer framer) {
+    SharedText* shared = nullptr;
+    if (framer == frameBarcodeText || framer == frameBarcodeTextStrict) shared = &sharedBarcode(run);
+    if (framer == frameMrz) shared = &sharedZone(run);
+    if (framer == framePassThrough || framer == frameLatin1) shared = &sharedRaw(run);
+    if (shared == nullptr || shared->status != kOk) return nullptr;
+    return &shared->facts;
+}
+
+char* copyToScratch(ParseRun& run, const char* text, int32_t length) {
+    std::memcpy(run.scratch, text, static_cast<size_t>(length));
+    return run.scratch;
+}
+
+// frameBarcodeTextStrict's text: from the barcode framing when its upper-casing was the
+// ASCII one (then the two steps commute), else framed anew.
+char* strictTextForRow(ParseRun& run, int32_t* length) {
+    const SharedText& barcode = sharedBarcode(run);
+    if (!barcode.asciiUpperCase) return nullptr;
+    char* text = copyToScratch(run, barcode.text, barcode.length + 1);
+    for (int32_t i = 0; i < barcode.length; ++i) {
+        const unsigned char c = static_cast<unsigned char>(text[i]);
+        if (c == '\n' || c == '\r' || c == 0x1E) continue;
+        // The range ends at "z" on purpose: braces, bar and tilde become spaces too.
+        if (c < 0x20 || c > 0x7A) text[i] = ' ';
     }
-    int32_t length = 0;
-    const int32_t framed = row.framer(run.data, run.dataLength, run.inputCopy, run.room, &length);
-    if (framed != kOk) return framed;
-    if (length < 0) length = 0;
-    if (length > run.room) length = run.room;
-    *framedLength = length;
-    if (row.framer == framePassThrough) return kOk;
-    upperCaseInPlace(run, run.inputCopy, length);
-    if (isSharedFramer(row.framer)) keepFraming(run, row.framer, length);
-    return kOk;
+    *length = barcode.length;
+    return text;
 }
 
-// Frames the input and runs the row's reader on a fresh record.
-int32_t runRow(ParseRun& run, const FormatDescriptor& row, ParsedRecord* record, const ParseClock* clock,
-               int32_t* framedLength) {
-    if (int32_t status = frameForRow(run, row, framedLength)) return status;
+// Frames the input into the scratch buffer with the row's own framer, upper-cased unless
+// the framer passes the bytes through; null when the framer refuses.
+char* frameIntoScratch(ParseRun& run, Framer framer, int32_t* length) {
+    int32_t n = 0;
+    if (framer(run.data, run.dataLength, run.scratch, run.room, &n) != kOk) return nullptr;
+    if (n < 0) n = 0;
+    if (n > run.room) n = run.room;
+    *length = n;
+    if (framer != framePassThrough) {
+        for (int32_t i = 0; i < n; ++i) run.scratch[i] = static_cast<char>(run.upper.map(static_cast<unsigned char>(run.scratch[i])));
+    }
+    return run.scratch;
+}
+
+// The text a row's reader is given: a shared framing as it stands for a reader that only
+// reads it, a copy in the scratch buffer for one that rewrites it; null when the row's
+// framer refuses the input.
+char* textForRow(ParseRun& run, const FormatDescriptor& row, int32_t* length) {
+    SharedText* shared = nullptr;
+    if (row.framer == frameBarcodeText) shared = &sharedBarcode(run);
+    if (row.framer == frameMrz) shared = &sharedZone(run);
+    if (shared != nullptr) {
+        if (shared->status != kOk) return nullptr;
+        *length = shared->length;
+        return row.writesText ? copyToScratch(run, shared->text, shared->length + 1) : shared->text;
+    }
+    if (row.framer == framePassThrough) {
+        const SharedText& raw = sharedRaw(run);
+        if (raw.status != kOk) return nullptr;
+        *length = raw.length;
+        return copyToScratch(run, run.data, raw.length);
+    }
+    if (row.framer == frameBarcodeTextStrict) {
+        if (char* text = strictTextForRow(run, length)) return text;
+    }
+    return frameIntoScratch(run, row.framer, length);
+}
+
+// Runs a row's reader on a fresh record.
+int32_t runRow(ParseRun& run, std::span<const FormatDescriptor> rows, int32_t r, ParsedRecord* record,
+               const ParseClock* clock, char** text, int32_t* length) {
+    const FormatDescriptor& row = rows[static_cast<size_t>(r)];
+    *text = textForRow(run, row, length);
+    if (*text == nullptr) return kErrFraming;
     // A record that no value reached since its last reset still is a reset record.
     if (record->workUsed != 0 || !run.recordIsReset) resetRecord(record);
     run.recordIsReset = true;
-    return row.parser(run.inputCopy, *framedLength, record, clock);
-}
-
-// The best record so far is kept in the scratch buffer, below where a shared framing
-// can be kept and above where any framer, reader or scoring deriver writes, so that the
-// winner need not be run again at the end. A reader's result depends only on its text
-// and the parse clock, so restoring it gives the record a second run would give.
-struct SlotPlace {
-    int32_t offset;  // into the work buffer, or -1 for an empty slot
-    int32_t length;
-};
-inline constexpr int64_t kSlotPlacesSize = static_cast<int64_t>(kFieldCount) * sizeof(SlotPlace);
-
-void keepBestRecord(ParseRun& run, const ParsedRecord* record, int32_t row) {
-    run.snapshotRow = -1;
-    const int64_t capacity = static_cast<int64_t>(run.room) + 1;
-    const int64_t framed = (4 * static_cast<int64_t>(run.dataLength)) / 3 + 3;  // any framing, with NUL
-    const int64_t end = capacity - framed;
-    const int64_t start = end - kSlotPlacesSize - record->workUsed;
-    if (start - 1 < 2 * framed + 64) return;
-    SlotPlace places[kFieldCount];
-    for (FieldId id = 0; id < kFieldCount; ++id) {
-        const FieldSlot& slot = record->fields[id];
-        if (!spanUsable(slot)) {
-            places[id] = SlotPlace{-1, 0};
-            continue;
-        }
-        const int64_t offset = slot.data - record->workBuffer;
-        if (offset < 0 || offset + slot.length > record->workUsed) return;  // not a value of the store
-        places[id] = SlotPlace{static_cast<int32_t>(offset), slot.length};
-    }
-    char* area = run.inputCopy + start;
-    std::memcpy(area, places, sizeof places);
-    std::memcpy(area + sizeof places, record->workBuffer, static_cast<size_t>(record->workUsed));
-    run.snapshot = area;
-    run.snapshotRow = row;
-    run.scoringRoom = static_cast<int32_t>(start) - 1;
-}
-
-void restoreBestRecord(const ParseRun& run, ParsedRecord* record, int32_t used) {
-    resetRecord(record);
-    SlotPlace places[kFieldCount];
-    std::memcpy(places, run.snapshot, sizeof places);
-    std::memcpy(record->workBuffer, run.snapshot + sizeof places, static_cast<size_t>(used));
-    record->workUsed = used;
-    for (FieldId id = 0; id < kFieldCount; ++id) {
-        if (places[id].offset >= 0) record->fields[id] = FieldSlot{record->workBuffer + places[id].offset, places[id].length};
-    }
+    run.recordRow = -1;
+    run.lastRun = r;
+    const int32_t status = row.parser(*text, *length, record, clock);
+    run.recordIsReset = false;
+    return status;
 }
 
 // The AAMVA version of a row's text as its reader left it (readers may rewrite their text
@@ -241,6 +287,18 @@ int32_t scoreAdjustment(const FormatDescriptor& row, const ParsedRecord* record,
     return adjustment;
 }
 
+// A failed parse leaves the record as the last reader whose framer took the input left
+// it; a row refused by its quick check never ran, so that reader runs now.
+void leaveLastReadersRecord(ParseRun& run, std::span<const FormatDescriptor> rows, ParsedRecord* record,
+                            const ParseClock* clock) {
+    for (int32_t r = static_cast<int32_t>(rows.size()) - 1; r > run.lastRun; --r) {
+        char* text = nullptr;
+        int32_t length = 0;
+        runRow(run, rows, r, record, clock, &text, &length);
+        if (text != nullptr) return;
+    }
+}
+
 }  // namespace
 
 int32_t countFilledFields(const ParsedRecord* record) {
@@ -249,55 +307,66 @@ int32_t countFilledFields(const ParsedRecord* record) {
     return filled;
 }
 
-int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* data,
-                          int32_t dataLength, char* inputCopy, int32_t inputCopyCapacity,
-                          ParsedRecord* record, const ParseClock* clock) {
-    const int32_t status =
-        checkDriverArguments(data, dataLength, inputCopy, inputCopyCapacity, record);
-    if (status != kOk) return status;
-    ParseRun run{static_cast<const char*>(data), dataLength, inputCopy, inputCopyCapacity - 1,
-                 inputCopyCapacity - 1, {}, false, nullptr, nullptr, 0, false, -1, nullptr};
-    run.asciiUpperCase = readUpperCaseTable(run.upper);
+int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* data, int32_t dataLength,
+                          const ParseBuffers& buffers, ParsedRecord* record, const ParseClock* clock,
+                          ParseOutcome* outcome) {
+    if (outcome != nullptr) *outcome = ParseOutcome{-1, kNoScore};
+    if (int32_t status = checkDriverArguments(data, dataLength, buffers, record)) return status;
+    ParseRun run{};
+    run.data = static_cast<const char*>(data);
+    run.dataLength = dataLength;
+    run.scratch = buffers.scratch;
+    run.room = buffers.scratchCapacity - 1;
+    run.framings = buffers.framings;
+    run.framingCapacity = buffers.scratchCapacity;
+    run.recordRow = -1;
+    run.lastRun = -1;
     int32_t bestRow = -1;
     int32_t bestScore = kNoScore;
-    int32_t bestUsed = 0;
     HeaderVersion bestVersion{false, {}};
-    for (size_t r = 0; r < rows.size(); ++r) {
+    for (int32_t r = 0; r < static_cast<int32_t>(rows.size()); ++r) {
+        const FormatDescriptor& row = rows[static_cast<size_t>(r)];
+        if (row.mayRead != nullptr) {
+            const TextFacts* facts = factsForRow(run, row.framer);
+            if (facts == nullptr || !row.mayRead(*facts)) continue;
+        }
+        char* text = nullptr;
         int32_t length = 0;
-        if (runRow(run, rows[r], record, clock, &length) != kOk) continue;
+        if (runRow(run, rows, r, record, clock, &text, &length) != kOk) continue;
         int32_t score = countFilledFields(record);
         if (score == 0) continue;
-        const HeaderVersion version = readHeaderVersion(inputCopy, length);
-        // The scoring derivers write into the scratch buffer; the next row frames anew.
-        score += scoreAdjustment(rows[r], record, inputCopy, run.scoringRoom);
+        run.recordRow = r;
+        const HeaderVersion version = readHeaderVersion(text, length);
+        // The scoring derivers write into the scratch buffer, which no later row reads.
+        score += scoreAdjustment(row, record, run.scratch, run.room);
         if (score > bestScore) {
-            bestRow = static_cast<int32_t>(r);
+            bestRow = r;
             bestScore = score;
-            bestUsed = record->workUsed;
             bestVersion = version;
-            keepBestRecord(run, record, bestRow);
         }
     }
-    if (bestRow < 0) return kErrNotRecognised;
-    const FormatDescriptor& best = rows[static_cast<size_t>(bestRow)];
-    if (run.snapshotRow == bestRow) {
-        restoreBestRecord(run, record, bestUsed);
-    } else {
+    if (bestRow < 0) {
+        leaveLastReadersRecord(run, rows, record, clock);
+        return kErrNotRecognised;
+    }
+    if (run.recordRow != bestRow) {
+        char* text = nullptr;
         int32_t length = 0;
-        if (int32_t final = runRow(run, best, record, clock, &length)) return final;
-        bestVersion = readHeaderVersion(inputCopy, length);
+        if (int32_t final = runRow(run, rows, bestRow, record, clock, &text, &length)) return final;
+        bestVersion = readHeaderVersion(text, length);
     }
     storeAamvaVersion(bestVersion, record);
+    const FormatDescriptor& best = rows[static_cast<size_t>(bestRow)];
     record->formatGroup = best.formatGroup;
     record->formatId = best.formatId;
     sanitizeWorkBuffer(record);
+    if (outcome != nullptr) *outcome = ParseOutcome{bestRow, bestScore};
     return kOk;
 }
 
-int32_t parseBestFormat(const void* data, int32_t dataLength, char* inputCopy,
-                        int32_t inputCopyCapacity, ParsedRecord* record, const ParseClock* clock) {
-    return parseBestFormatOf(formatRegistry(), data, dataLength, inputCopy, inputCopyCapacity,
-                             record, clock);
+int32_t parseBestFormat(const void* data, int32_t dataLength, const ParseBuffers& buffers, ParsedRecord* record,
+                        const ParseClock* clock, ParseOutcome* outcome) {
+    return parseBestFormatOf(formatRegistry(), data, dataLength, buffers, record, clock, outcome);
 }
 
 }  // namespace orvane

@@ -30,6 +30,28 @@ using Framer = int32_t (*)(const char* input, int32_t inputLength, char* out, in
 using FormatParser = int32_t (*)(char* text, int32_t length, ParsedRecord* record,
                                  const ParseClock* clock);
 
+// What the driver learns of a reader's text once per parse, so that each reader can
+// refuse a text it could never read for the price of a few comparisons.
+struct TextFacts {
+    const char* text;  // the text the reader would be given
+    int32_t length;
+    uint64_t bytes[4];  // bit c is set when byte c occurs in the text
+
+    bool has(unsigned char c) const { return (bytes[c >> 6] >> (c & 63) & 1) != 0; }
+    // The byte at index, or 0 outside the text.
+    char at(int32_t index) const { return index >= 0 && index < length ? text[index] : '\0'; }
+    bool startsWith(const char* prefix) const;
+    // Index of the first occurrence of needle, or -1.
+    int32_t find(const char* needle) const;
+};
+
+// Fills the facts of text[0, length).
+void gatherTextFacts(const char* text, int32_t length, TextFacts* facts);
+
+// A necessary condition of a reader's acceptance: false only for a text the reader would
+// refuse or read nothing from. It must stay true of everything the reader accepts.
+using QuickCheck = bool (*)(const TextFacts& facts);
+
 // Runs one step of a reader's engine: a step a variant left empty, or one that answers
 // nothing, gives 0.
 template <typename Step, typename... Args>

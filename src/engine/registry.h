@@ -23,7 +23,12 @@ struct FormatDescriptor {
     FormatParser parser;
     const char* expectedCountry;       // alpha-3 the record must yield, or null
     const char* expectedJurisdiction;  // two-letter code the record must yield, or null
+    QuickCheck mayRead = nullptr;      // false only for texts the reader would not read
+    bool writesText = false;           // the reader rewrites its text in place
 };
+
+inline constexpr bool kWritesText = true;
+inline constexpr bool kReadsOnly = false;
 
 // The rows in trial order: the first of equally scored rows wins.
 std::span<const FormatDescriptor> formatRegistry();

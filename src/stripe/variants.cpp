@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "engine/status.h"
+#include "fields/text.h"
 #include "stripe/engine.h"
 #include "stripe/splitters.h"
 #include "stripe/variant_steps.h"
@@ -30,6 +31,14 @@ int32_t runShape(char* text, int32_t length, ParsedRecord* record, const ParseCl
     return runStripeParser(p, text, length);
 }
 
+// "%" and two letters: how a licence's first track opens.
+bool opensLicenceTrack1(const TextFacts& f) {
+    return f.at(0) == '%' && isAsciiAlpha(static_cast<unsigned char>(f.at(1))) &&
+           isAsciiAlpha(static_cast<unsigned char>(f.at(2)));
+}
+
+bool hasLineBreak(const TextFacts& f) { return f.has('\n') || f.has('\r'); }
+
 }  // namespace
 
 int32_t deleteLineFeeds(char* text, int32_t length) {
@@ -41,21 +50,36 @@ int32_t deleteLineFeeds(char* text, int32_t length) {
     return kept;
 }
 
+// Track 1 after "%" with a jurisdiction, and a track 2 ";636" right after a "?".
+bool mayReadStripeFormat0(const TextFacts& f) { return f.length >= 5 && opensLicenceTrack1(f) && f.find("?;636") >= 0; }
+
 int32_t parseStripeFormat0(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     return runShape(text, length, record, clock, splitAtSentinel, checkFormat0);
 }
+
+// Two lines: a licence's track 1 and a track 2 opening ";636".
+bool mayReadStripeFormat1(const TextFacts& f) { return f.length >= 4 && f.has('%') && hasLineBreak(f) && f.find(";636") >= 0; }
 
 int32_t parseStripeFormat1(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     return runShape(text, length, record, clock, splitLines, checkFormat0);
 }
 
+// Three lines: a licence's track 1 and a track 2 opening ";636", quoted or not.
+bool mayReadStripeFormat2(const TextFacts& f) { return f.length >= 6 && f.has('%') && hasLineBreak(f) && f.find(";636") >= 0; }
+
 int32_t parseStripeFormat2(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     return runShape(text, length, record, clock, splitQuotedLines, checkFormats2And3);
 }
 
+// The same three lines as format 2, in the other order.
+bool mayReadStripeFormat3(const TextFacts& f) { return f.length >= 6 && f.has('%') && hasLineBreak(f) && f.find(";636") >= 0; }
+
 int32_t parseStripeFormat3(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     return runShape(text, length, record, clock, splitQuotedLinesReversed, checkFormats2And3);
 }
+
+// One line from "%", a track 2 ";636" after "?".
+bool mayReadStripeFormat4(const TextFacts& f) { return f.length >= 8 && f.at(0) == '%' && !f.has('\n') && f.find("?;636") >= 0; }
 
 int32_t parseStripeFormat4(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     StripeParser p;
@@ -64,17 +88,29 @@ int32_t parseStripeFormat4(char* text, int32_t length, ParsedRecord* record, con
     return runStripeParser(p, text, length);
 }
 
+// One line from "%" with "?;" and a "636" on track 2.
+bool mayReadStripeFormat5(const TextFacts& f) { return f.length >= 8 && f.at(0) == '%' && !f.has('\n') && f.find("?;") >= 0 && f.find("636") >= 0; }
+
 int32_t parseStripeFormat5(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     return runShape(text, length, record, clock, splitThreeSentinels, checkFormat5);
 }
+
+// Tracks wrapped in "{!|N" and "|!}".
+bool mayReadStripeFormat6(const TextFacts& f) { return f.length >= 24 && f.has('{') && f.find("{!|1") >= 0; }
 
 int32_t parseStripeFormat6(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     return runShape(text, length, record, clock, splitWrapped, checkFormat6);
 }
 
+// Pieces ended by "?", one a track 2 opening ";636".
+bool mayReadStripeFormat7(const TextFacts& f) { return f.length >= 8 && f.has('?') && f.find(";636") >= 0; }
+
 int32_t parseStripeFormat7(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     return runShape(text, length, record, clock, splitAtEndSentinels, checkFormat7);
 }
+
+// "%" and a province code, then a track 2 after ";", each ended by "?".
+bool mayReadStripeFormat8(const TextFacts& f) { return f.length >= 8 && opensLicenceTrack1(f) && f.has(';') && f.has('?'); }
 
 int32_t parseStripeFormat8(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     StripeParser p;
@@ -90,6 +126,9 @@ int32_t parseStripeFormat8(char* text, int32_t length, ParsedRecord* record, con
     return kOk;
 }
 
+// One line from "%", a track 2 ";636" after "?" and a "#" track 3.
+bool mayReadStripeFormat9(const TextFacts& f) { return f.length >= 8 && f.at(0) == '%' && !f.has('\n') && f.has('#') && f.find("?;636") >= 0; }
+
 int32_t parseStripeFormat9(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     StripeParser p;
     initShape(p, record, clock, splitHashSentinel, checkFormat4);
@@ -99,6 +138,9 @@ int32_t parseStripeFormat9(char* text, int32_t length, ParsedRecord* record, con
     return runStripeParser(p, text, length);
 }
 
+// A licence's track 1 with its end sentinel.
+bool mayReadStripeFormat10(const TextFacts& f) { return f.length >= 3 && opensLicenceTrack1(f) && f.has('?'); }
+
 int32_t parseStripeFormat10(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     StripeParser p;
     initShape(p, record, clock, splitSingleTrack, checkFormat10);
@@ -106,6 +148,9 @@ int32_t parseStripeFormat10(char* text, int32_t length, ParsedRecord* record, co
     p.track3Driver = nullptr;
     return runStripeParser(p, text, length);
 }
+
+// Tracks from "%" broken by line feeds anywhere, even inside ";636".
+bool mayReadStripeFormat11(const TextFacts& f) { return f.length >= 24 && f.at(0) == '%' && f.has(';') && f.has('?'); }
 
 int32_t parseStripeFormat11(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     const int32_t rejoined = deleteLineFeeds(text, length);
@@ -117,9 +162,15 @@ int32_t parseStripeFormat11(char* text, int32_t length, ParsedRecord* record, co
     return runStripeParser(p, text, rejoined);
 }
 
+// Three lines, track 2 being ";", one byte and "636".
+bool mayReadStripeFormat12(const TextFacts& f) { return f.length >= 6 && f.has('%') && f.has(';') && hasLineBreak(f) && f.find("636") >= 0; }
+
 int32_t parseStripeFormat12(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     return runShape(text, length, record, clock, splitQuotedTokens, checkFormat12);
 }
+
+// Track 2 first, from ";636", then track 3.
+bool mayReadStripeFormat13(const TextFacts& f) { return f.length >= 20 && f.startsWith(";636") && f.has('?'); }
 
 int32_t parseStripeFormat13(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     StripeParser p;
@@ -130,6 +181,9 @@ int32_t parseStripeFormat13(char* text, int32_t length, ParsedRecord* record, co
     return runStripeParser(p, text, length);
 }
 
+// Track 2 alone, a "6" its second byte.
+bool mayReadStripeFormat14(const TextFacts& f) { return f.length >= 3 && f.at(1) == '6'; }
+
 int32_t parseStripeFormat14(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     StripeParser p;
     initShape(p, record, clock, splitTrack2Only, checkFormat14);
@@ -138,6 +192,9 @@ int32_t parseStripeFormat14(char* text, int32_t length, ParsedRecord* record, co
     p.track3Driver = nullptr;
     return runStripeParser(p, text, length);
 }
+
+// One track from "%" with "^" between its fields and a "?" after them.
+bool mayReadStripeFormat15(const TextFacts& f) { return f.length >= 20 && f.at(0) == '%' && f.has('^') && f.has('?'); }
 
 int32_t parseStripeFormat15(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     // Built without the initialiser: no default step belongs to this layout.
@@ -151,6 +208,9 @@ int32_t parseStripeFormat15(char* text, int32_t length, ParsedRecord* record, co
     p.track1Driver = australianTrack1Driver;
     return runStripeParser(p, text, length);
 }
+
+// Fixed-width tracks from a licence's "%" and two letters, then ";".
+bool mayReadStripeFormat16(const TextFacts& f) { return f.length >= kFixedTrack1Length + kFixedTrack2Length && opensLicenceTrack1(f) && f.has(';') && f.has('?'); }
 
 int32_t parseStripeFormat16(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     StripeParser p;

@@ -26,6 +26,25 @@ int32_t parseStripeFormat14(char* text, int32_t length, ParsedRecord* record, co
 int32_t parseStripeFormat15(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
 int32_t parseStripeFormat16(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
 
+// Necessary conditions of each reader's acceptance, for the driver's quick refusals.
+bool mayReadStripeFormat0(const TextFacts& facts);
+bool mayReadStripeFormat1(const TextFacts& facts);
+bool mayReadStripeFormat2(const TextFacts& facts);
+bool mayReadStripeFormat3(const TextFacts& facts);
+bool mayReadStripeFormat4(const TextFacts& facts);
+bool mayReadStripeFormat5(const TextFacts& facts);
+bool mayReadStripeFormat6(const TextFacts& facts);
+bool mayReadStripeFormat7(const TextFacts& facts);
+bool mayReadStripeFormat8(const TextFacts& facts);
+bool mayReadStripeFormat9(const TextFacts& facts);
+bool mayReadStripeFormat10(const TextFacts& facts);
+bool mayReadStripeFormat11(const TextFacts& facts);
+bool mayReadStripeFormat12(const TextFacts& facts);
+bool mayReadStripeFormat13(const TextFacts& facts);
+bool mayReadStripeFormat14(const TextFacts& facts);
+bool mayReadStripeFormat15(const TextFacts& facts);
+bool mayReadStripeFormat16(const TextFacts& facts);
+
 // Deletes every line feed of the text in place, closing the gaps; the new length.
 int32_t deleteLineFeeds(char* text, int32_t length);
 
