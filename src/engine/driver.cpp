@@ -310,7 +310,7 @@ int32_t countFilledFields(const ParsedRecord* record) {
 int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* data, int32_t dataLength,
                           const ParseBuffers& buffers, ParsedRecord* record, const ParseClock* clock,
                           ParseOutcome* outcome) {
-    if (outcome != nullptr) *outcome = ParseOutcome{-1, kNoScore};
+    if (outcome != nullptr) *outcome = ParseOutcome{-1, kNoScore, nullptr, 0};
     if (int32_t status = checkDriverArguments(data, dataLength, buffers, record)) return status;
     ParseRun run{};
     run.data = static_cast<const char*>(data);
@@ -360,7 +360,10 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
     record->formatGroup = best.formatGroup;
     record->formatId = best.formatId;
     sanitizeWorkBuffer(record);
-    if (outcome != nullptr) *outcome = ParseOutcome{bestRow, bestScore};
+    if (outcome != nullptr) {
+        *outcome = ParseOutcome{bestRow, bestScore, nullptr, 0};
+        outcome->text = textForRow(run, best, &outcome->length);
+    }
     return kOk;
 }
 

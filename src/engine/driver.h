@@ -22,8 +22,12 @@ struct ParseBuffers {
 
 // What the driver tells its caller besides the status.
 struct ParseOutcome {
-    int32_t row;         // the winning row, or -1
-    int32_t score;       // its score
+    int32_t row;       // the winning row, or -1
+    int32_t score;     // its score
+    // The winner's text as framed for it, before its reader rewrote anything: in the
+    // framing store, or in the scratch buffer, whence the caller must copy it before use.
+    const char* text;
+    int32_t length;
 };
 
 // data is the caller's input and is only read.
