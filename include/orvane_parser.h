@@ -54,6 +54,10 @@ SVT_API SVT_ParserHandle* SVT_create(void);
 SVT_API void SVT_delete(SVT_ParserHandle* handle);
 /** Parses one scanned input: 0, -21 (null handle, length < 1), -11 (null data), -24, -25, or a format's own code. */
 SVT_API int SVT_parse(SVT_ParserHandle* handle, const void* data, int length);
+/** As SVT_parse, after repairing damage scanners and apps do to the text when the input shows it; same statuses. */
+SVT_API int SVT_parseLenient(SVT_ParserHandle* handle, const void* data, int length);
+/** The repairs the last parse applied, comma-separated names ("crlf-lines,utf8-to-latin1"); -26 when none. */
+SVT_API int SVT_getRepairs(SVT_ParserHandle* handle, char* buffer, int capacity);
 
 /* Field getters: (handle, buffer, capacity) -> 0, -21 (bad argument or no parse yet), -26 (no answer). */
 
@@ -172,7 +176,47 @@ SVT_API int SVT_validateBarcode(SVT_ParserHandle* handle, int columns, int rows,
 /** Whether the jurisdiction code agrees with the issuer identification number. */
 SVT_API int SVT_validateJurisdictionCode(SVT_ParserHandle* handle, int* status);
 
+/* What was read: the format, how much, every element. -21 for a bad argument or before
+ * the first parse, -26 when the last parse recognised nothing or there is no answer. */
+
+/** The family (0 AAMVA, 1 stripe, 2 HC, 3 military ID, 4 national, 5 zone) and number of the format that read the input. */
+SVT_API int SVT_getFormat(SVT_ParserHandle* handle, int* formatGroup, int* formatId);
+/** Name of that format, e.g. "AAMVA DL/ID 2013 (version 08)" or "Passport zone (TD3)". */
+SVT_API int SVT_getFormatName(SVT_ParserHandle* handle, char* buffer, int capacity);
+/** Number of fields the reading filled, so that a caller can refuse a thin one. */
+SVT_API int SVT_getFieldCount(SVT_ParserHandle* handle, int* count);
+/** Number of raw elements of the document (see SVT_getElementAt). */
+SVT_API int SVT_getElementCount(SVT_ParserHandle* handle, int* count);
+/** The element at index in document order: its id (AAMVA element id, zone field or field name) and value, trimmed of padding. */
+SVT_API int SVT_getElementAt(SVT_ParserHandle* handle, int index, char* id, int idCapacity, char* value, int valueCapacity);
+/** The value of the first element with this id ("DCF", "ZAZ", "nationality", ...). */
+SVT_API int SVT_getElement(SVT_ParserHandle* handle, const char* id, char* value, int capacity);
+
+/* Check digits: (handle, int* status) -> 0 with status 1 (the document has none),
+ * 2 (all hold) or 3 (some fail); -21, or -26 when the last parse recognised nothing. */
+
+/** Whether the check digits of a machine-readable zone (or a South African identity number) hold. */
+SVT_API int SVT_validateCheckDigits(SVT_ParserHandle* handle, int* status);
+/** The fields whose check digits fail, comma-separated ("documentNumber,composite"); -26 when none fails. */
+SVT_API int SVT_getCheckDigitFailures(SVT_ParserHandle* handle, char* buffer, int capacity);
+
+/* Age and expiry, on the date of the last parse: 0, -21, or -26 when the date is missing or invalid. */
+
+/** Whole years from the birth date to the date of the parse. */
+SVT_API int SVT_getAge(SVT_ParserHandle* handle, int* years);
+/** 1 when the expiry date lies before the date of the parse, else 0; a document dated 12/31/9999 never expires. */
+SVT_API int SVT_isExpired(SVT_ParserHandle* handle, int* expired);
+
+/* Everything at once. */
+
+/** The whole result as one JSON object (status, format, every answer, checks, elements); *length is the
+ * length needed without the terminator, also when it does not fit, and then the status is -26. */
+SVT_API int SVT_getResultJson(SVT_ParserHandle* handle, char* buffer, int capacity, int* length);
+
 /* Version of the library. */
+
+/** The version as text, "v.1.26.0"; -21 for a null buffer or capacity below 1, -26 when it does not fit. */
+SVT_API int SVT_getVersionText(char* buffer, int capacity);
 
 /** Major version: 1. */
 SVT_API int SVT_getMajorVersion(void);

@@ -197,7 +197,7 @@ std::string guardFault(const SVT_ParserHandle* handle) {
         const char* name;
         const char* buffer;
         int32_t capacity;
-    } buffers[] = {{"input copy and framings", handle->inputCopy, 3 * handle->inputCopyCapacity},
+    } buffers[] = {{"input copy, framings and repaired input", handle->inputCopy, 4 * handle->inputCopyCapacity},
                    {"work store", handle->workStore, handle->workStoreCapacity}};
     for (const auto& b : buffers) {
         for (size_t i = 0; i < kGuardSize; ++i) {

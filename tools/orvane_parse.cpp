@@ -1,6 +1,6 @@
 // orvane-parse: parses each file argument (or standard input) as one scanned input and
-// prints one JSON object per input with the parse status, every answer that exists, the
-// flags and the check results.
+// prints one JSON object per input: the library's own result object, with the input's
+// name first.
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -8,18 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "answer_table.h"
-#include "api/handle.h"
-#include "documents/mrz_check_digits.h"
-#include "engine/registry.h"
 #include "json_text.h"
 #include "orvane_parser.h"
 
 namespace {
 
-using orvane_tools::kFlagAnswers;
 using orvane_tools::appendJsonString;
-using orvane_tools::kTextAnswers;
 
 struct Symbol {
     bool given = false;
@@ -31,22 +25,29 @@ struct Symbol {
 struct Options {
     std::vector<const char*> files;
     Symbol symbol;
+    bool strict = false;
 };
 
 void printUsage(FILE* out) {
     std::fputs(
-        "usage: orvane-parse [--symbol COLUMNS,ROWS,LEVEL] [FILE...]\n"
+        "usage: orvane-parse [--strict] [--symbol COLUMNS,ROWS,LEVEL] [FILE...]\n"
         "\n"
         "Parses each FILE (standard input when none is given, or for \"-\") as one scanned\n"
         "input, byte for byte: the text of a PDF417 barcode, a magnetic stripe or a\n"
         "machine-readable zone. Prints one JSON object per input on standard output: the\n"
-        "parse status, the format that read it (formatGroup, formatId), every field the\n"
-        "library answers (under the names of the Java result object), the flags as 0 or 1,\n"
-        "the checks as \"valid\", \"invalid\" or \"not checkable\", and for machine-readable\n"
-        "zones whether their check digits hold (mrzCheckDigits, mrzCheckDigitFailure).\n"
+        "input's name, the parse status, the format that read it (formatGroup, formatId,\n"
+        "formatName), every field the library answers (under the names of the Java result\n"
+        "object; dates also as ISO 8601), the flags as 0 or 1, the checks as \"valid\",\n"
+        "\"invalid\" or \"not checkable\", the field count, the check digits, age and\n"
+        "expiry, the repairs made to damaged text, and every raw element.\n"
         "\n"
+        "Inputs are parsed leniently: text that scanners and apps damaged is repaired\n"
+        "first when that gives the better reading.\n"
+        "\n"
+        "  --strict        parse exactly as the formats are written, repairing nothing\n"
         "  --symbol C,R,L  also check that a PDF417 symbol of C data columns, R rows and\n"
         "                  error-correction level L is one the jurisdiction prints\n"
+        "  --version       print the library's version\n"
         "  -h, --help      show this help\n"
         "\n"
         "Exit status: 0 when every input was recognised, 1 when one was not, 2 for a file\n"
@@ -68,6 +69,16 @@ int readOptions(int argc, char** argv, Options* options) {
         if (std::strcmp(arg, "-h") == 0 || std::strcmp(arg, "--help") == 0) {
             printUsage(stdout);
             return 1;
+        }
+        if (std::strcmp(arg, "--version") == 0) {
+            char version[32];
+            SVT_getVersionText(version, sizeof version);
+            std::printf("orvane-parse %s\n", version);
+            return 1;
+        }
+        if (std::strcmp(arg, "--strict") == 0) {
+            options->strict = true;
+            continue;
         }
         if (std::strcmp(arg, "--symbol") == 0) {
             if (i + 1 >= argc || !parseSymbol(argv[++i], &options->symbol)) {
@@ -93,12 +104,6 @@ bool readAll(FILE* in, std::vector<unsigned char>* bytes) {
     return std::ferror(in) == 0;
 }
 
-void appendMember(std::string* json, const char* name) {
-    json->append(",\"");
-    json->append(name);
-    json->append("\":");
-}
-
 const char* checkVerdict(int status) {
     switch (status) {
         case SVT_CHECK_VALID:
@@ -110,75 +115,46 @@ const char* checkVerdict(int status) {
     }
 }
 
-void appendCheck(std::string* json, const char* name, int result, int status) {
-    if (result != SVT_OK) return;
-    appendMember(json, name);
-    appendJsonString(json, checkVerdict(status));
+// The library's result object, grown until it fits.
+std::string resultJson(SVT_ParserHandle* handle) {
+    std::vector<char> buffer(16384);
+    int length = 0;
+    while (SVT_getResultJson(handle, buffer.data(), static_cast<int>(buffer.size()), &length) == SVT_ERR_NO_ANSWER &&
+           static_cast<size_t>(length) >= buffer.size()) {
+        buffer.resize(static_cast<size_t>(length) + 1);
+    }
+    return std::string(buffer.data(), static_cast<size_t>(length));
 }
 
-// The check digits of a machine-readable zone; they do not change any answer.
-void appendZoneCheckDigits(const std::vector<unsigned char>& bytes, std::string* json) {
-    orvane::MrzCheckReport report{};
-    const int verdict = orvane::checkMrzDigits(reinterpret_cast<const char*>(bytes.data()),
-                                               static_cast<int>(bytes.size()), &report);
-    if (verdict < 0) return;
-    appendMember(json, "mrzCheckDigits");
-    appendJsonString(json, verdict == 1 ? "valid" : "invalid");
-    if (report.firstFailure != nullptr) {
-        appendMember(json, "mrzCheckDigitFailure");
-        appendJsonString(json, report.firstFailure);
-    }
-}
-
-void appendAnswers(SVT_ParserHandle* handle, const Symbol& symbol, std::string* json) {
-    appendMember(json, "formatGroup");
-    json->append(std::to_string(handle->record.formatGroup));
-    appendMember(json, "formatId");
-    json->append(std::to_string(handle->record.formatId));
-    char buffer[4096];
-    for (const auto& answer : kTextAnswers) {
-        if (answer.getter(handle, buffer, sizeof buffer) != SVT_OK || buffer[0] == '\0') continue;
-        appendMember(json, answer.name);
-        appendJsonString(json, buffer);
-    }
-    for (const auto& answer : kFlagAnswers) {
-        int value = 0;
-        if (answer.getter(handle, &value) != SVT_OK) continue;
-        appendMember(json, answer.name);
-        json->append(std::to_string(value));
-    }
+// The symbol check needs the symbol's size, which only the caller knows.
+void appendSymbolCheck(SVT_ParserHandle* handle, const Symbol& symbol, std::string* json) {
     int status = 0;
-    int result = SVT_validateDocumentId(handle, &status);
-    appendCheck(json, "documentIdValidationStatus", result, status);
-    result = SVT_validateJurisdictionCode(handle, &status);
-    appendCheck(json, "jurisdictionCodeValidationStatus", result, status);
-    if (symbol.given) {
-        result = SVT_validateBarcode(handle, symbol.columns, symbol.rows, symbol.level, &status);
-        if (result == SVT_OK) {
-            appendCheck(json, "barcodeValidationStatus", result, status);
-        } else {
-            appendMember(json, "barcodeValidationStatus");
-            appendJsonString(json, "symbol out of range");
-        }
-    }
+    const int result = SVT_validateBarcode(handle, symbol.columns, symbol.rows, symbol.level, &status);
+    json->append(",\"barcodeValidationStatus\":");
+    appendJsonString(json, result == SVT_OK ? checkVerdict(status) : "symbol out of range");
 }
 
-int parseOne(SVT_ParserHandle* handle, const char* source, FILE* in, const Symbol& symbol) {
+int parseOne(SVT_ParserHandle* handle, const char* source, FILE* in, const Options& options) {
     std::vector<unsigned char> bytes;
     if (!readAll(in, &bytes)) {
         std::fprintf(stderr, "orvane-parse: cannot read %s: %s\n", source, std::strerror(errno));
         return 2;
     }
-    const int status = bytes.empty() ? SVT_ERR_EMPTY_INPUT
-                                     : SVT_parse(handle, bytes.data(), static_cast<int>(bytes.size()));
+    int status = SVT_ERR_EMPTY_INPUT;
+    if (!bytes.empty()) {
+        const int length = static_cast<int>(bytes.size());
+        status = options.strict ? SVT_parse(handle, bytes.data(), length) : SVT_parseLenient(handle, bytes.data(), length);
+    }
     std::string json = "{\"input\":";
     appendJsonString(&json, source);
-    json += ",\"status\":" + std::to_string(status);
-    if (status == SVT_OK) {
-        appendAnswers(handle, symbol, &json);
-        if (handle->record.formatGroup == orvane::kGroupMrz) appendZoneCheckDigits(bytes, &json);
+    if (bytes.empty()) {
+        json += ",\"status\":" + std::to_string(status) + "}";
+    } else {
+        const std::string result = resultJson(handle);
+        json += "," + result.substr(1, result.size() - 2);
+        if (status == SVT_OK && options.symbol.given) appendSymbolCheck(handle, options.symbol, &json);
+        json += "}";
     }
-    json += "}";
     std::printf("%s\n", json.c_str());
     if (status != SVT_OK) {
         std::fprintf(stderr, "orvane-parse: %s: %s (status %d)\n", source,
@@ -188,14 +164,14 @@ int parseOne(SVT_ParserHandle* handle, const char* source, FILE* in, const Symbo
     return 0;
 }
 
-int parseFile(SVT_ParserHandle* handle, const char* file, const Symbol& symbol) {
-    if (std::strcmp(file, "-") == 0) return parseOne(handle, "<stdin>", stdin, symbol);
+int parseFile(SVT_ParserHandle* handle, const char* file, const Options& options) {
+    if (std::strcmp(file, "-") == 0) return parseOne(handle, "<stdin>", stdin, options);
     FILE* in = std::fopen(file, "rb");
     if (in == nullptr) {
         std::fprintf(stderr, "orvane-parse: cannot open %s: %s\n", file, std::strerror(errno));
         return 2;
     }
-    const int result = parseOne(handle, file, in, symbol);
+    const int result = parseOne(handle, file, in, options);
     std::fclose(in);
     return result;
 }
@@ -212,7 +188,7 @@ int main(int argc, char** argv) {
     }
     int worst = 0;
     for (const char* file : options.files) {
-        const int result = parseFile(handle, file, options.symbol);
+        const int result = parseFile(handle, file, options);
         if (result > worst) worst = result;
     }
     SVT_delete(handle);

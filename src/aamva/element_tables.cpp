@@ -131,6 +131,18 @@ const AamvaElementTable kAamvaTableA{kAPairs, static_cast<int32_t>(std::size(kAP
 const AamvaElementTable kAamvaTableB{kBPairs, static_cast<int32_t>(std::size(kBPairs)), kBByKey};
 const AamvaElementTable kAamvaTableC{kCPairs, static_cast<int32_t>(std::size(kCPairs)), kCByKey};
 const AamvaElementTable kAamvaTableD{kDPairs, static_cast<int32_t>(std::size(kDPairs)), kDByKey};
+bool isKnownElementId(const char* id) {
+    const uint32_t key = static_cast<uint32_t>(static_cast<unsigned char>(id[0])) << 16 |
+                         static_cast<uint32_t>(static_cast<unsigned char>(id[1])) << 8 |
+                         static_cast<uint32_t>(static_cast<unsigned char>(id[2]));
+    for (const AamvaElementTable* table : {&kAamvaTableA, &kAamvaTableB, &kAamvaTableC, &kAamvaTableD}) {
+        const auto at = std::lower_bound(table->byKey.begin(), table->byKey.end(), key,
+                                         [](const PairEntry& entry, uint32_t k) { return entry.key < k; });
+        if (at != table->byKey.end() && at->key == key) return true;
+    }
+    return false;
+}
+
 // The 2011 variant: the 2014 table up to DDJ, without DDK, DDL and the repeated tail.
 const AamvaElementTable kAamvaTableE{kCPairs, 48, kCByKey};
 static_assert(kCPairs[47].key == elementKey("DDJ") && kCPairs[48].key == elementKey("DDK"));

@@ -84,6 +84,9 @@ extern const AamvaElementTable kAamvaTableD;  // 2009-2010 layouts, the union
 extern const AamvaElementTable kAamvaTableE;  // the 2011 variant
 
 
+// Whether some edition's element table knows the three characters as an element id.
+bool isKnownElementId(const char* id);
+
 // Packs a three-letter element id as first << 16 | second << 8 | third.
 constexpr uint32_t elementKey(const char (&id)[4]) {
     return static_cast<uint32_t>(static_cast<unsigned char>(id[0])) << 16 |

@@ -1,5 +1,13 @@
 // The exported getters and checks: each one names the worker that answers it.
+#include <cstring>
+
 #include "api/answers.h"
+#include "api/result_json.h"
+#include "engine/check_digits.h"
+#include "engine/elements.h"
+#include "engine/format_names.h"
+#include "engine/repairs.h"
+#include "fields/text.h"
 #include "engine/validation.h"
 #include "fields/address.h"
 #include "fields/codes.h"
@@ -77,6 +85,156 @@ SVT_API int SVT_validateBarcode(SVT_ParserHandle* h, int columns, int rows, int 
 }
 SVT_API int SVT_validateJurisdictionCode(SVT_ParserHandle* h, int* status) {
     return answerCheck(h, status, [](ParserHandle& p) { return validateJurisdictionCode(&p.record); });
+}
+
+}  // extern "C"
+
+// ---- What was read, beyond the fields.
+
+namespace {
+
+TextSpan keptText(const ParserHandle& h) { return TextSpan{h.keptText, h.keptLength}; }
+
+// Copies a span as a text answer: NUL-terminated, cut to capacity - 1.
+int32_t answerSpan(TextSpan value, char* buffer, int32_t capacity) {
+    if (buffer == nullptr || capacity < 1) return kErrInvalidArgument;
+    const int32_t n = value.length < capacity - 1 ? value.length : capacity - 1;
+    if (n > 0) std::memcpy(buffer, value.data, static_cast<size_t>(n));
+    buffer[n < 0 ? 0 : n] = '\0';
+    return kOk;
+}
+
+struct ElementSearch {
+    int32_t index;         // the element wanted, or -1 to count them all
+    const char* id;        // or the id wanted
+    int32_t seen;
+    TextSpan foundId;
+    TextSpan foundValue;
+    bool found;
+};
+
+bool findElement(void* context, TextSpan id, TextSpan value) {
+    ElementSearch& s = *static_cast<ElementSearch*>(context);
+    const bool wanted = s.id != nullptr ? spanEquals(id, s.id) == 0 : s.seen == s.index;
+    ++s.seen;
+    if (!wanted) return true;
+    s.foundId = id;
+    s.foundValue = value;
+    s.found = true;
+    return false;
+}
+
+ElementSearch searchElements(const ParserHandle& h, int32_t index, const char* id) {
+    ElementSearch search{index, id, 0, {}, {}, false};
+    visitElements(&h.record, keptText(h), findElement, &search);
+    return search;
+}
+
+DateValue parseDay(const ParserHandle& h) {
+    return DateValue{h.clock.parseYear, h.clock.parseMonth, h.clock.parseDay, 0, 0, 0};
+}
+
+}  // namespace
+
+extern "C" {
+
+SVT_API int SVT_getFormat(SVT_ParserHandle* h, int* formatGroup, int* formatId) {
+    if (formatGroup == nullptr || formatId == nullptr) return kErrInvalidArgument;
+    if (int32_t status = checkParsed(h)) return status;
+    *formatGroup = static_cast<int>(h->record.formatGroup);
+    *formatId = static_cast<int>(h->record.formatId);
+    return kOk;
+}
+
+SVT_API int SVT_getFormatName(SVT_ParserHandle* h, char* b, int c) {
+    if (b == nullptr || c < 1) return kErrInvalidArgument;
+    if (int32_t status = checkParsed(h)) return status;
+    return answerFormatName(&h->record, b, c);
+}
+
+SVT_API int SVT_getFieldCount(SVT_ParserHandle* h, int* count) {
+    if (count == nullptr) return kErrInvalidArgument;
+    if (int32_t status = checkParsed(h)) return status;
+    *count = countFilledFields(&h->record);
+    return kOk;
+}
+
+SVT_API int SVT_getElementCount(SVT_ParserHandle* h, int* count) {
+    if (count == nullptr) return kErrInvalidArgument;
+    if (int32_t status = checkParsed(h)) return status;
+    *count = searchElements(*h, -1, nullptr).seen;
+    return kOk;
+}
+
+SVT_API int SVT_getElementAt(SVT_ParserHandle* h, int index, char* id, int idCapacity, char* value, int valueCapacity) {
+    if (index < 0 || id == nullptr || idCapacity < 1 || value == nullptr || valueCapacity < 1) return kErrInvalidArgument;
+    if (int32_t status = checkParsed(h)) return status;
+    const ElementSearch search = searchElements(*h, index, nullptr);
+    if (!search.found) return kErrNoAnswer;
+    answerSpan(search.foundId, id, idCapacity);
+    return answerSpan(search.foundValue, value, valueCapacity);
+}
+
+SVT_API int SVT_getElement(SVT_ParserHandle* h, const char* id, char* value, int capacity) {
+    if (id == nullptr || value == nullptr || capacity < 1) return kErrInvalidArgument;
+    if (int32_t status = checkParsed(h)) return status;
+    const ElementSearch search = searchElements(*h, -1, id);
+    if (!search.found) return kErrNoAnswer;
+    return answerSpan(search.foundValue, value, capacity);
+}
+
+SVT_API int SVT_validateCheckDigits(SVT_ParserHandle* h, int* status) {
+    if (status == nullptr) return kErrInvalidArgument;
+    if (int32_t parsed = checkParsed(h)) return parsed;
+    *status = checkDocumentDigits(&h->record, keptText(*h)).verdict;
+    return kOk;
+}
+
+SVT_API int SVT_getCheckDigitFailures(SVT_ParserHandle* h, char* b, int c) {
+    if (b == nullptr || c < 1) return kErrInvalidArgument;
+    if (int32_t status = checkParsed(h)) return status;
+    const CheckDigitReport report = checkDocumentDigits(&h->record, keptText(*h));
+    if (report.failureCount == 0) return kErrNoAnswer;
+    TextSpan names[5];
+    for (int32_t i = 0; i < report.failureCount; ++i) names[i] = makeSpan(report.failures[i]);
+    if (joinSpansZ(b, c, names, report.failureCount, ",", nullptr, nullptr, '\0') < 1) return kErrNoAnswer;
+    return kOk;
+}
+
+SVT_API int SVT_getAge(SVT_ParserHandle* h, int* years) {
+    if (years == nullptr) return kErrInvalidArgument;
+    if (int32_t status = checkParsed(h)) return status;
+    int32_t age = 0;
+    if (int32_t status = ageOn(&h->record, parseDay(*h), &age)) return status;
+    *years = age;
+    return kOk;
+}
+
+SVT_API int SVT_isExpired(SVT_ParserHandle* h, int* expired) {
+    if (expired == nullptr) return kErrInvalidArgument;
+    if (int32_t status = checkParsed(h)) return status;
+    int32_t value = 0;
+    if (int32_t status = expiredOn(&h->record, parseDay(*h), &value)) return status;
+    *expired = value;
+    return kOk;
+}
+
+SVT_API int SVT_getResultJson(SVT_ParserHandle* h, char* b, int c, int* length) {
+    return writeResultJson(h, b, c, length);
+}
+
+SVT_API int SVT_getRepairs(SVT_ParserHandle* h, char* b, int c) {
+    if (b == nullptr || c < 1) return kErrInvalidArgument;
+    if (h == nullptr || h->record.workBuffer == nullptr) return kErrInvalidArgument;
+    return writeRepairNames(h->repairs, b, c);
+}
+
+SVT_API int SVT_getVersionText(char* b, int c) {
+    if (b == nullptr || c < 1) return kErrInvalidArgument;
+    const size_t n = std::strlen(kVersionText);
+    if (n + 1 > static_cast<size_t>(c)) return kErrNoAnswer;
+    std::memcpy(b, kVersionText, n + 1);
+    return kOk;
 }
 
 }  // extern "C"

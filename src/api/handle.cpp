@@ -1,6 +1,7 @@
 #include "api/handle.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 
 #include "engine/driver.h"
@@ -28,8 +29,9 @@ int32_t ensureHandleBuffers(ParserHandle* handle, int32_t needed) {
     }
     std::free(handle->inputCopy);
     std::free(handle->workStore);
-    // The framings share the input copy's allocation, so a handle still holds two.
-    handle->inputCopy = static_cast<char*>(std::calloc(3 * static_cast<size_t>(needed), 1));
+    // The framings and the repaired copy share the input copy's allocation, so a handle
+    // still holds two.
+    handle->inputCopy = static_cast<char*>(std::calloc(4 * static_cast<size_t>(needed), 1));
     handle->workStore = static_cast<char*>(std::calloc(static_cast<size_t>(needed), 1));
     if (handle->inputCopy == nullptr || handle->workStore == nullptr) {
         std::free(handle->inputCopy);
@@ -37,6 +39,8 @@ int32_t ensureHandleBuffers(ParserHandle* handle, int32_t needed) {
         handle->inputCopy = nullptr;
         handle->workStore = nullptr;
         handle->framings = nullptr;
+        handle->repairedInput = nullptr;
+        handle->keptText = nullptr;
         handle->inputCopyCapacity = 0;
         handle->workStoreCapacity = 0;
         handle->record.workBuffer = nullptr;
@@ -45,9 +49,55 @@ int32_t ensureHandleBuffers(ParserHandle* handle, int32_t needed) {
         return kErrNoWorkBuffer;
     }
     handle->framings = handle->inputCopy + needed;
+    handle->repairedInput = handle->framings + 2 * static_cast<size_t>(needed);
     handle->inputCopyCapacity = needed;
     handle->workStoreCapacity = needed;
     return attachWorkBuffer(&handle->record, handle->workStore, needed);
+}
+
+namespace {
+
+// The winner's text stays in the framings: where the driver left it, or copied into the
+// zone framing's place, which no answer needs once the parse is over.
+void keepWinnerText(ParserHandle* handle, const ParseOutcome& outcome) {
+    handle->keptText = nullptr;
+    handle->keptLength = 0;
+    if (outcome.text == nullptr || outcome.length < 0) return;
+    const char* store = handle->framings;
+    const size_t storeSize = 2 * static_cast<size_t>(handle->inputCopyCapacity);
+    if (outcome.text >= store && outcome.text < store + storeSize) {
+        handle->keptText = outcome.text;
+    } else {
+        char* place = handle->framings + handle->inputCopyCapacity;
+        std::memmove(place, outcome.text, static_cast<size_t>(outcome.length));
+        handle->keptText = place;
+    }
+    handle->keptLength = outcome.length;
+}
+
+}  // namespace
+
+int32_t prepareParse(ParserHandle* handle, int32_t length) {
+    if (handle == nullptr || length < 1) return kErrInvalidArgument;
+    const int32_t needed = length > kMinimumBufferSize ? length : kMinimumBufferSize;
+    readParseClock(&handle->clock);
+    return ensureHandleBuffers(handle, needed);
+}
+
+int32_t parseInto(ParserHandle* handle, std::span<const FormatDescriptor> rows, const void* data, int32_t length,
+                  ParseOutcome* outcome) {
+    const ParseBuffers buffers{handle->inputCopy, handle->inputCopyCapacity, handle->framings};
+    ParseOutcome own{};
+    ParseOutcome* out = outcome != nullptr ? outcome : &own;
+    const int32_t status = parseBestFormatOf(rows, data, length, buffers, &handle->record, &handle->clock, out);
+    handle->lastStatus = status;
+    keepWinnerText(handle, *out);
+    return status;
+}
+
+int32_t checkParsed(const ParserHandle* handle) {
+    if (handle == nullptr || handle->record.workBuffer == nullptr) return kErrInvalidArgument;
+    return handle->lastStatus == kOk ? kOk : kErrNoAnswer;
 }
 
 }  // namespace orvane
@@ -68,12 +118,9 @@ SVT_API void SVT_delete(SVT_ParserHandle* handle) {
 }
 
 SVT_API int SVT_parse(SVT_ParserHandle* handle, const void* data, int length) {
-    if (handle == nullptr || length < 1) return kErrInvalidArgument;
-    const int32_t needed = length > kMinimumBufferSize ? length : kMinimumBufferSize;
-    readParseClock(&handle->clock);
-    if (int32_t status = ensureHandleBuffers(handle, needed)) return status;
-    const ParseBuffers buffers{handle->inputCopy, handle->inputCopyCapacity, handle->framings};
-    return parseBestFormat(data, length, buffers, &handle->record, &handle->clock);
+    if (int32_t status = prepareParse(handle, length)) return status;
+    handle->repairs = 0;
+    return parseInto(handle, formatRegistry(), data, length, nullptr);
 }
 
 SVT_API int SVT_getMajorVersion(void) { return kVersionMajor; }

@@ -1,9 +1,12 @@
 // The parser handle behind the C interface: the parse time, the record of the last
-// parse and the two buffers it owns.
+// parse, the two buffers it owns and what the answers beyond the record need.
 #pragma once
 
 #include <cstdint>
 
+#include <span>
+
+#include "engine/driver.h"
 #include "engine/format.h"
 #include "engine/record.h"
 #include "orvane_parser.h"
@@ -15,7 +18,14 @@ struct SVT_ParserHandle {
     char* workStore;  // the record's work buffer
     int32_t inputCopyCapacity;
     int32_t workStoreCapacity;
-    char* framings;   // the texts many formats share: two of inputCopyCapacity bytes, behind inputCopy
+    // Behind inputCopy in its allocation: the texts many formats share (two of
+    // inputCopyCapacity bytes), then the lenient parse's repaired copy of the input.
+    char* framings;
+    char* repairedInput;
+    int32_t lastStatus;     // of the last parse
+    const char* keptText;   // the winner's text as framed for it, in the framings
+    int32_t keptLength;
+    uint32_t repairs;       // what the last parse repaired, a bit per repair
 };
 
 namespace orvane {
@@ -37,5 +47,17 @@ void readParseClock(ParseClock* clock);
 // Makes the buffers hold at least needed bytes, reallocating only when they are too
 // small; returns 0 or -24 when memory is exhausted.
 int32_t ensureHandleBuffers(ParserHandle* handle, int32_t needed);
+
+// The first steps of every parse: the argument check, the clock and the buffers.
+int32_t prepareParse(ParserHandle* handle, int32_t length);
+
+// Runs the driver over the rows on buffers that prepareParse made, and keeps what the
+// answers beyond the record need: the status and the winner's text.
+int32_t parseInto(ParserHandle* handle, std::span<const FormatDescriptor> rows, const void* data, int32_t length,
+                  ParseOutcome* outcome);
+
+// Whether the last parse left a winning record to answer from: 0, -21 before any
+// parse, -26 after one that recognised nothing.
+int32_t checkParsed(const ParserHandle* handle);
 
 }  // namespace orvane

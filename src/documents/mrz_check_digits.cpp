@@ -85,16 +85,32 @@ int32_t weightedSum(const char* zone, const Range* ranges, int32_t count) {
     return sum;
 }
 
-// Many issuers print a filler where an empty field's digit would stand; it counts as 0.
-int32_t printedDigit(char c) {
-    if (c == '<') return 0;
-    return isAsciiDigit(static_cast<unsigned char>(c)) ? c - '0' : -1;
+bool onlyFillers(const char* zone, const CheckDigitRule& rule) {
+    for (int32_t r = 0; r < rule.rangeCount; ++r) {
+        for (int32_t i = 0; i < rule.ranges[r].length; ++i) {
+            if (zone[rule.ranges[r].from + i] != '<') return false;
+        }
+    }
+    return true;
 }
 
 bool ruleHolds(const char* zone, const CheckDigitRule& rule) {
+    const char printed = zone[rule.digitAt];
+    // Issuers print a filler where the digit of a field of fillers would stand.
+    if (printed == '<') return onlyFillers(zone, rule);
     const int32_t sum = weightedSum(zone, rule.ranges, rule.rangeCount);
-    return sum >= 0 && sum % 10 == printedDigit(zone[rule.digitAt]);
+    return sum >= 0 && isAsciiDigit(static_cast<unsigned char>(printed)) && sum % 10 == printed - '0';
 }
+
+// A three-line card's number that goes on after the "<" at its digit's place: its
+// second part and its own check digit, which ends that part.
+CheckDigitRule longCardNumberRule(const char* zone) {
+    int32_t end = 15;
+    while (end < 30 && zone[end] != '<') ++end;
+    return CheckDigitRule{"documentNumber", {{5, 9}, {15, end - 1 - 15}}, 2, end - 1};
+}
+
+bool hasLongCardNumber(const char* zone) { return zone[14] == '<' && zone[15] != '<'; }
 
 // Keeps the zone characters, capitalised; false when more than a zone's worth remain.
 bool collectZone(const char* text, int32_t length, char* zone, int32_t* zoneLength) {
@@ -109,7 +125,9 @@ bool collectZone(const char* text, int32_t length, char* zone, int32_t* zoneLeng
     return true;
 }
 
-MrzLayout layoutOf(const char* zone, int32_t length) {
+}  // namespace
+
+MrzLayout zoneLayoutOf(const char* zone, int32_t length) {
     if (length == 88 && zone[0] == 'P') return MrzLayout::Td3;
     if (length == 88 && zone[0] == 'V') return MrzLayout::VisaLong;
     if (length == 72 && zone[0] == 'V') return MrzLayout::VisaShort;
@@ -117,6 +135,8 @@ MrzLayout layoutOf(const char* zone, int32_t length) {
     if (length == 72 && isMrzCardType(zone[0], zone[1])) return MrzLayout::Td2;
     return MrzLayout::None;
 }
+
+namespace {
 
 std::span<const CheckDigitRule> rulesOf(MrzLayout layout) {
     switch (layout) {
@@ -140,17 +160,20 @@ int32_t mrzCheckDigit(TextSpan characters) {
 }
 
 int32_t checkMrzDigits(const char* zoneText, int32_t length, MrzCheckReport* report) {
-    MrzCheckReport result{MrzLayout::None, 0, nullptr};
+    MrzCheckReport result{MrzLayout::None, 0, nullptr, {}, 0};
     if (report != nullptr) *report = result;
     if (zoneText == nullptr || length < 0) return kErrInvalidArgument;
     char zone[kLongestZone];
     int32_t zoneLength = 0;
     if (!collectZone(zoneText, length, zone, &zoneLength) || zoneLength < 2) return kErrFraming;
-    result.layout = layoutOf(zone, zoneLength);
+    result.layout = zoneLayoutOf(zone, zoneLength);
     if (result.layout == MrzLayout::None) return kErrFraming;
-    for (const CheckDigitRule& rule : rulesOf(result.layout)) {
+    for (CheckDigitRule rule : rulesOf(result.layout)) {
+        if (result.layout == MrzLayout::Td1 && rule.digitAt == 14 && hasLongCardNumber(zone)) rule = longCardNumberRule(zone);
         ++result.checkedDigits;
-        if (result.firstFailure == nullptr && !ruleHolds(zone, rule)) result.firstFailure = rule.field;
+        if (ruleHolds(zone, rule)) continue;
+        if (result.firstFailure == nullptr) result.firstFailure = rule.field;
+        result.failures[result.failureCount++] = rule.field;
     }
     if (report != nullptr) *report = result;
     return result.firstFailure == nullptr ? 1 : 0;

@@ -48,6 +48,10 @@ int32_t parseVirginIslandsLicence(char* text, int32_t length, ParsedRecord* reco
 int32_t parseVirginIslandsLicenceDtt(char* text, int32_t length, ParsedRecord* record,
                                      const ParseClock* clock);
 
+// Whether a South African identity number's last digit is the Luhn digit of the twelve
+// before it: 2 when it is, 3 when not, 1 when the record holds no thirteen-digit number.
+int32_t checkSouthAfricanIdNumber(const ParsedRecord* record);
+
 // Necessary conditions of each reader's acceptance, for the driver's quick refusals.
 bool mayReadGuatemalaLicence(const TextFacts& facts);
 bool mayReadPuertoRicoLicence(const TextFacts& facts);

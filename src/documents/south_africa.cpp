@@ -121,4 +121,19 @@ int32_t parseSouthAfricaIdentity(char* text, int32_t length, ParsedRecord* recor
     return fieldMissing(record, field::countryCode) == 0 ? kOk : kErrNotRecognised;
 }
 
+int32_t checkSouthAfricanIdNumber(const ParsedRecord* record) {
+    TextSpan number;
+    if (readField(record, field::licenseNumber, &number) != kOk || number.length != 13 || !allDigits(number.data, 13)) {
+        return kCheckNotCheckable;
+    }
+    // Luhn: from the right, every second digit doubled, the check digit included as the first.
+    int32_t sum = 0;
+    for (int32_t i = 0; i < 13; ++i) {
+        int32_t digit = number.data[12 - i] - '0';
+        if (i % 2 == 1) digit = digit * 2 > 9 ? digit * 2 - 9 : digit * 2;
+        sum += digit;
+    }
+    return sum % 10 == 0 ? kCheckValid : kCheckInvalid;
+}
+
 }  // namespace orvane

@@ -52,6 +52,9 @@ void gatherTextFacts(const char* text, int32_t length, TextFacts* facts);
 // refuse or read nothing from. It must stay true of everything the reader accepts.
 using QuickCheck = bool (*)(const TextFacts& facts);
 
+// Called for each raw element of a document, id and value; answering false stops the walk.
+using ElementVisitor = bool (*)(void* context, TextSpan id, TextSpan value);
+
 // Runs one step of a reader's engine: a step a variant left empty, or one that answers
 // nothing, gives 0.
 template <typename Step, typename... Args>

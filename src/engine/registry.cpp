@@ -86,13 +86,23 @@ constexpr FormatDescriptor kFormatRegistry[] = {
     {kGroupMrz, 65, frameMrz, parseMrzFormat65, nullptr, nullptr, mayReadMrzFormat65, kReadsOnly},
     {kGroupMrz, 66, frameMrz, parseMrzFormat66, nullptr, nullptr, mayReadMrzFormat66, kReadsOnly},
     {kGroupMrz, 67, frameMrz, parseMrzFormat67, nullptr, nullptr, mayReadMrzFormat67, kReadsOnly},
+    // Only the lenient parse tries the rows from here on.
 };
 
 // One row per format; a dropped or doubled row fails the build.
-static_assert(std::size(kFormatRegistry) == 68);
+constexpr size_t kStrictRows = 68;
+static_assert(std::size(kFormatRegistry) == kStrictRows);
 
 }  // namespace
 
-std::span<const FormatDescriptor> formatRegistry() { return kFormatRegistry; }
+std::span<const FormatDescriptor> formatRegistry() {
+    return std::span<const FormatDescriptor>(kFormatRegistry).first(kStrictRows);
+}
+
+std::span<const FormatDescriptor> lenientRegistry() { return kFormatRegistry; }
+
+std::span<const FormatDescriptor> lenientOnlyRows() {
+    return std::span<const FormatDescriptor>(kFormatRegistry).subspan(kStrictRows);
+}
 
 }  // namespace orvane

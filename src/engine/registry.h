@@ -32,5 +32,9 @@ inline constexpr bool kReadsOnly = false;
 
 // The rows in trial order: the first of equally scored rows wins.
 std::span<const FormatDescriptor> formatRegistry();
+// The same rows and, after them, the ones only the lenient parse tries (formats from 100).
+std::span<const FormatDescriptor> lenientRegistry();
+// The rows only the lenient parse tries.
+std::span<const FormatDescriptor> lenientOnlyRows();
 
 }  // namespace orvane

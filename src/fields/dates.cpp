@@ -1,5 +1,7 @@
 #include "fields/dates.h"
 
+#include <cstring>
+
 #include "fields/answer.h"
 #include "fields/text.h"
 
@@ -157,6 +159,47 @@ int32_t dateFromDayNumber(int64_t dayNumber, DateValue* out) {
     const int64_t year = yearOfEra + era * 400 + (month <= 2 ? 1 : 0);
     *out = DateValue{static_cast<int32_t>(year), static_cast<int32_t>(month),
                      static_cast<int32_t>(day), 0, 0, 0};
+    return kOk;
+}
+
+namespace {
+
+// The date an answer gives, read back from its MM/DD/YYYY; false for no calendar date.
+bool answeredDate(TextDeriver derive, const ParsedRecord* record, DateValue* out) {
+    char text[16];
+    if (derive(record, text, sizeof text) != kOk || std::strlen(text) != kFormattedDateLength) return false;
+    if (!allDigits(text, 2) || !allDigits(text + 3, 2) || !allDigits(text + 6, 4)) return false;
+    const int32_t month = (text[0] - '0') * 10 + (text[1] - '0');
+    const int32_t day = (text[3] - '0') * 10 + (text[4] - '0');
+    const int32_t year = static_cast<int32_t>(readLeadingInteger(TextSpan{text + 6, 4}));
+    if (year < 1 || day < 1 || day > daysInMonth(year, month)) return false;
+    *out = DateValue{year, month, day, 0, 0, 0};
+    return true;
+}
+
+int32_t compareDays(const DateValue& a, const DateValue& b) {
+    if (a.year != b.year) return a.year < b.year ? -1 : 1;
+    if (a.month != b.month) return a.month < b.month ? -1 : 1;
+    if (a.day != b.day) return a.day < b.day ? -1 : 1;
+    return 0;
+}
+
+}  // namespace
+
+int32_t ageOn(const ParsedRecord* record, const DateValue& day, int32_t* years) {
+    if (record == nullptr || record->workBuffer == nullptr || years == nullptr) return kErrInvalidArgument;
+    DateValue birth{};
+    if (!answeredDate(getBirthdate, record, &birth) || compareDays(birth, day) > 0) return kErrNoAnswer;
+    const bool birthdayToCome = day.month < birth.month || (day.month == birth.month && day.day < birth.day);
+    *years = day.year - birth.year - (birthdayToCome ? 1 : 0);
+    return kOk;
+}
+
+int32_t expiredOn(const ParsedRecord* record, const DateValue& day, int32_t* expired) {
+    if (record == nullptr || record->workBuffer == nullptr || expired == nullptr) return kErrInvalidArgument;
+    DateValue expiry{};
+    if (!answeredDate(getExpirationDate, record, &expiry)) return kErrNoAnswer;
+    *expired = compareDays(expiry, day) < 0 ? 1 : 0;
     return kOk;
 }
 

@@ -27,6 +27,13 @@ int32_t getIssueDate(const ParsedRecord* record, char* buffer, int32_t capacity)
 int32_t getCardRevisionDate(const ParsedRecord* record, char* buffer, int32_t capacity);
 int32_t getHAZMATExpDate(const ParsedRecord* record, char* buffer, int32_t capacity);
 
+// Age and expiry on a given day, read from the birth and expiry answers: 0; -21 for bad
+// arguments; -26 when the date is missing or no calendar date, or a birth lies after the day.
+// Whole years from the birth date to the day.
+int32_t ageOn(const ParsedRecord* record, const DateValue& day, int32_t* years);
+// 1 when the expiry date lies before the day, else 0; 12/31/9999 never expires.
+int32_t expiredOn(const ParsedRecord* record, const DateValue& day, int32_t* expired);
+
 // Gregorian calendar, extended backwards (proleptic).
 bool isLeapYear(int32_t year);
 // 28 to 31, or 0 for a month outside 1..12.

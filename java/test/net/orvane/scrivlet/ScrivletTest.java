@@ -220,23 +220,48 @@ public class ScrivletTest {
         return buffer;
     }
 
-    /** Just enough JSON for the tool's one-level objects of strings and integers. */
+    /** Just enough JSON for the tool's objects: strings, integers, booleans, arrays and objects. */
     static final class Json {
         static Map<String, Object> parseObject(String text) {
+            int[] at = {text.indexOf('{')};
+            @SuppressWarnings("unchecked")
+            Map<String, Object> members = (Map<String, Object>) value(text, at);
+            return members;
+        }
+
+        private static Object value(String text, int[] at) {
+            skipSeparators(text, at);
+            char first = text.charAt(at[0]);
+            if (first == '"') return string(text, at);
+            if (first == '{' || first == '[') return composite(text, at, first == '{');
+            if (text.startsWith("true", at[0]) || text.startsWith("false", at[0])) {
+                boolean truth = text.startsWith("true", at[0]);
+                at[0] += truth ? 4 : 5;
+                return truth;
+            }
+            int end = at[0];
+            while ("-0123456789".indexOf(text.charAt(end)) >= 0) end++;
+            long number = Long.parseLong(text.substring(at[0], end));
+            at[0] = end;
+            return number;
+        }
+
+        private static Object composite(String text, int[] at, boolean object) {
             Map<String, Object> members = new LinkedHashMap<>();
-            int[] at = {text.indexOf('{') + 1};
+            java.util.List<Object> items = new java.util.ArrayList<>();
+            at[0]++;
             while (true) {
                 skipSeparators(text, at);
-                if (text.charAt(at[0]) == '}') return members;
-                String key = string(text, at);
-                at[0] = text.indexOf(':', at[0]) + 1;
-                if (text.charAt(at[0]) == '"') {
-                    members.put(key, string(text, at));
+                if (text.charAt(at[0]) == (object ? '}' : ']')) {
+                    at[0]++;
+                    return object ? members : items;
+                }
+                if (object) {
+                    String key = string(text, at);
+                    at[0] = text.indexOf(':', at[0]) + 1;
+                    members.put(key, value(text, at));
                 } else {
-                    int end = at[0];
-                    while ("-0123456789".indexOf(text.charAt(end)) >= 0) end++;
-                    members.put(key, Long.parseLong(text.substring(at[0], end)));
-                    at[0] = end;
+                    items.add(value(text, at));
                 }
             }
         }

@@ -1,0 +1,214 @@
+#include "aamva/repairs.h"
+
+#include <cstring>
+
+#include "aamva/engine.h"
+#include "fields/text.h"
+
+namespace orvane {
+namespace {
+
+constexpr char kCanonicalSeparators[] = "\n\x1e\r";
+constexpr int32_t kMarkerWindow = 12;  // how far after "@" the header word may stand
+
+// Where the barcode's "@" stands: the first byte that is no blank or control byte.
+int32_t atSignOf(TextSpan text) {
+    int32_t at = 0;
+    while (at < text.length && static_cast<unsigned char>(text.data[at]) <= ' ') ++at;
+    return at < text.length && text.data[at] == '@' ? at : -1;
+}
+
+// The header word "ANSI " or "AAMVA" within the window after "@", or -1.
+int32_t markerAfter(TextSpan text, int32_t atSign) {
+    const int32_t end = atSign + 1 + kMarkerWindow < text.length ? atSign + 1 + kMarkerWindow : text.length;
+    const TextSpan window{text.data + atSign + 1, end - atSign - 1};
+    const int32_t ansi = spanFind(window, makeSpan("ANSI"));
+    const int32_t aamva = spanFind(window, makeSpan("AAMVA"));
+    if (ansi < 0 && aamva < 0) return -1;
+    const int32_t first = ansi < 0 ? aamva : aamva < 0 ? ansi : (ansi < aamva ? ansi : aamva);
+    return atSign + 1 + first;
+}
+
+bool isSeparatorNoise(char c) {
+    return c == '\n' || c == '\r' || c == ' ' || c == '\t' || c == 0x1E || c == 0x1C || c == 0x1D;
+}
+
+bool digitsFollow(TextSpan text, int32_t at, int32_t count) { return digitsAt(text, at, count); }
+
+// Copies in with its bytes [from, to) replaced by the replacement; -1 when it does not fit.
+int32_t splice(TextSpan in, int32_t from, int32_t to, const char* replacement, char* out, int32_t room) {
+    const int32_t inserted = static_cast<int32_t>(std::strlen(replacement));
+    const int64_t length = static_cast<int64_t>(in.length) - (to - from) + inserted;
+    if (length > room) return -1;
+    std::memcpy(out, in.data, static_cast<size_t>(from));
+    std::memcpy(out + from, replacement, static_cast<size_t>(inserted));
+    std::memcpy(out + from + inserted, in.data + to, static_cast<size_t>(in.length - to));
+    return static_cast<int32_t>(length);
+}
+
+struct DamagedWord {
+    const char* damaged;
+    const char* whole;
+};
+
+// Header words a letter short, or "ANSI" that lost its blank; each must be followed by
+// the six digits of the issuer number.
+constexpr DamagedWord kDamagedWords[] = {
+    {"ANSI", "ANSI "}, {"NSI ", "ANSI "}, {"ASI ", "ANSI "}, {"ANI ", "ANSI "}, {"ANS ", "ANSI "},
+    {"AMVA", "AAMVA"}, {"AAVA", "AAMVA"}, {"AAMA", "AAMVA"}, {"AAMV", "AAMVA"},
+};
+
+bool isElementIdAt(const char* at) {
+    return isAsciiUpper(static_cast<unsigned char>(at[0])) && isAsciiUpper(static_cast<unsigned char>(at[1])) &&
+           isAsciiAlnum(static_cast<unsigned char>(at[2]));
+}
+
+// Where the elements start: after the header word, the digits behind it and the
+// directory's entries; -1 for text without an AAMVA header.
+int32_t elementsStart(TextSpan text) {
+    const int32_t atSign = atSignOf(text);
+    if (atSign < 0) return -1;
+    int32_t at = markerAfter(text, atSign);
+    if (at < 0) return -1;
+    at += text.data[at + 1] == 'N' ? 4 : 5;
+    while (at < text.length && (isAsciiDigit(static_cast<unsigned char>(text.data[at])) || text.data[at] == ' ')) ++at;
+    while (at + 10 <= text.length && isAsciiUpper(static_cast<unsigned char>(text.data[at])) &&
+           isAsciiAlnum(static_cast<unsigned char>(text.data[at + 1])) && allDigits(text.data + at + 2, 8)) {
+        at += 10;
+    }
+    return at;
+}
+
+bool isDateElement(const char* id) {
+    for (const char* date : {"DBA", "DBB", "DBD", "DDB", "DDC", "DDH", "DDI", "DDJ"}) {
+        if (std::memcmp(id, date, 3) == 0) return true;
+    }
+    return false;
+}
+
+// "MM/DD/YYYY", "MM-DD-YYYY", "YYYY-MM-DD" or "YYYY/MM/DD" at value: its eight digits, or
+// false for any other text.
+bool readSeparatedDate(TextSpan value, char digits[8]) {
+    if (value.length < 10) return false;
+    const char* v = value.data;
+    const bool monthFirst = allDigits(v, 2) && allDigits(v + 3, 2) && allDigits(v + 6, 4) && v[2] == v[5] &&
+                            (v[2] == '/' || v[2] == '-');
+    const bool yearFirst = allDigits(v, 4) && allDigits(v + 5, 2) && allDigits(v + 8, 2) && v[4] == v[7] &&
+                           (v[4] == '/' || v[4] == '-');
+    if (monthFirst) {
+        std::memcpy(digits, v, 2);
+        std::memcpy(digits + 2, v + 3, 2);
+        std::memcpy(digits + 4, v + 6, 4);
+    } else if (yearFirst) {
+        std::memcpy(digits, v, 4);
+        std::memcpy(digits + 4, v + 5, 2);
+        std::memcpy(digits + 6, v + 8, 2);
+    }
+    return monthFirst || yearFirst;
+}
+
+}  // namespace
+
+int32_t repairHeaderMarker(TextSpan in, char* out, int32_t room) {
+    const int32_t atSign = atSignOf(in);
+    if (atSign < 0) return -1;
+    const int32_t whole = markerAfter(in, atSign);
+    if (whole >= 0 && !(in.data[whole + 1] == 'N' && digitsFollow(in, whole + 4, 6))) return -1;
+    const int32_t end = atSign + 1 + kMarkerWindow < in.length ? atSign + 1 + kMarkerWindow : in.length;
+    for (int32_t at = atSign + 1; at < end; ++at) {
+        for (const DamagedWord& word : kDamagedWords) {
+            const int32_t n = static_cast<int32_t>(std::strlen(word.damaged));
+            if (at + n > in.length || std::memcmp(in.data + at, word.damaged, static_cast<size_t>(n)) != 0) continue;
+            if (!digitsFollow(in, at + n, 6)) continue;
+            return splice(in, at, at + n, word.whole, out, room);
+        }
+    }
+    return -1;
+}
+
+int32_t repairHeaderSeparators(TextSpan in, char* out, int32_t room) {
+    const int32_t atSign = atSignOf(in);
+    if (atSign < 0) return -1;
+    const int32_t marker = markerAfter(in, atSign);
+    if (marker < 0) return -1;
+    const TextSpan between{in.data + atSign + 1, marker - atSign - 1};
+    if (spanEquals(between, kCanonicalSeparators) == 0 && atSign == 0) return -1;
+    for (int32_t i = 0; i < between.length; ++i) {
+        if (!isSeparatorNoise(between.data[i])) return -1;
+    }
+    const int32_t length = splice(TextSpan{in.data + atSign, in.length - atSign}, 1, marker - atSign, kCanonicalSeparators,
+                                  out, room);
+    return length;
+}
+
+int32_t repairLineIndents(TextSpan in, char* out, int32_t room) {
+    if (elementsStart(in) < 0) return -1;
+    int32_t n = 0;
+    bool removed = false;
+    for (int32_t i = 0; i < in.length;) {
+        if (n >= room) return -1;
+        out[n++] = in.data[i++];
+        if (out[n - 1] != '\n') continue;
+        int32_t blanks = 0;
+        while (i + blanks < in.length && (in.data[i + blanks] == ' ' || in.data[i + blanks] == '\t')) ++blanks;
+        if (blanks > 0 && i + blanks + 3 <= in.length && isElementIdAt(in.data + i + blanks)) {
+            i += blanks;
+            removed = true;
+        }
+    }
+    // The header word may stand indented too: the separators' repair takes those blanks.
+    return removed ? n : -1;
+}
+
+int32_t repairElementSeparators(TextSpan in, char* out, int32_t room) {
+    const int32_t start = elementsStart(in);
+    if (start < 0 || in.length - start < 16) return -1;
+    const TextSpan body{in.data + start, in.length - start};
+    int32_t breaks = 0;
+    for (int32_t i = 0; i < body.length; ++i) breaks += (body.data[i] == '\n' || body.data[i] == '\r') ? 1 : 0;
+    if (breaks >= 3) return -1;
+    if (start > room) return -1;
+    std::memcpy(out, in.data, static_cast<size_t>(start));
+    int32_t n = start;
+    // An element appears once in a subfile, so an id that came before is part of a value.
+    uint32_t seen[64];
+    int32_t seenCount = 0;
+    int32_t inserted = 0;
+    for (int32_t i = 0; i < body.length; ++i) {
+        const bool candidate = i > 2 && i + 3 <= body.length && isElementIdAt(body.data + i) && isKnownElementId(body.data + i);
+        const uint32_t key = candidate ? elementKey({body.data[i], body.data[i + 1], body.data[i + 2], '\0'}) : 0;
+        bool repeat = false;
+        for (int32_t s = 0; s < seenCount && candidate; ++s) repeat = repeat || seen[s] == key;
+        if (candidate && !repeat && body.data[i - 1] != '\n') {
+            if (n >= room) return -1;
+            out[n++] = '\n';
+            ++inserted;
+            if (seenCount < 64) seen[seenCount++] = key;
+        }
+        if (n >= room) return -1;
+        out[n++] = body.data[i];
+    }
+    return inserted >= 3 ? n : -1;
+}
+
+int32_t repairSlashDates(TextSpan in, char* out, int32_t room) {
+    const int32_t start = elementsStart(in);
+    if (start < 0 || in.length > room) return -1;
+    std::memcpy(out, in.data, static_cast<size_t>(in.length));
+    int32_t n = in.length;
+    bool repaired = false;
+    for (int32_t at = start; at + 13 <= n; ++at) {
+        const bool lineStart = at == start || out[at - 1] == '\n' || out[at - 1] == '\r' || out[at - 1] == 0x1E ||
+                               (at >= start + 2 && (std::memcmp(out + at - 2, "DL", 2) == 0 || std::memcmp(out + at - 2, "ID", 2) == 0));
+        if (!lineStart || !isDateElement(out + at)) continue;
+        char digits[8];
+        if (!readSeparatedDate(TextSpan{out + at + 3, n - at - 3}, digits)) continue;
+        std::memcpy(out + at + 3, digits, 8);
+        std::memmove(out + at + 11, out + at + 13, static_cast<size_t>(n - at - 13));
+        n -= 2;
+        repaired = true;
+    }
+    return repaired ? n : -1;
+}
+
+}  // namespace orvane

@@ -1,0 +1,57 @@
+// The lenient parse: the input as it came, the rows only the lenient parse tries, and
+// the input with the damage scanners do to it repaired; the best reading wins, and on
+// a tie the input as it came.
+#include "api/handle.h"
+#include "engine/repairs.h"
+#include "engine/status.h"
+
+using namespace orvane;
+
+namespace {
+
+enum class Reading { AsItCame, LenientRows, Repaired };
+
+struct Candidate {
+    Reading reading;
+    int32_t status;
+    int32_t score;
+    bool better(const Candidate& other) const { return status == kOk && (other.status != kOk || score > other.score); }
+};
+
+Candidate parseAs(ParserHandle* handle, Reading reading, const void* data, int32_t length) {
+    ParseOutcome outcome{};
+    const std::span<const FormatDescriptor> rows = reading == Reading::AsItCame ? formatRegistry()
+                                                   : reading == Reading::LenientRows ? lenientOnlyRows()
+                                                                                      : lenientRegistry();
+    const int32_t status = parseInto(handle, rows, data, length, &outcome);
+    return Candidate{reading, status, outcome.score};
+}
+
+}  // namespace
+
+extern "C" SVT_API int SVT_parseLenient(SVT_ParserHandle* handle, const void* data, int length) {
+    if (int32_t status = prepareParse(handle, length)) return status;
+    handle->repairs = 0;
+    if (data == nullptr) return parseInto(handle, formatRegistry(), data, length, nullptr);
+    // The repaired text lies in its own buffer; the input copy helps build it and is free
+    // again before the parse.
+    uint32_t applied = 0;
+    const int32_t room = handle->inputCopyCapacity - 1;
+    const TextSpan input{static_cast<const char*>(data), length < room ? length : room};
+    const int32_t repairedLength = repairText(input, handle->repairedInput, handle->inputCopy, room, &applied);
+    // Every reading but the last one is parsed again if it wins: the input as it came is
+    // parsed last, as it wins most often.
+    Candidate repaired{Reading::Repaired, kErrNotRecognised, 0};
+    Candidate lenient{Reading::LenientRows, kErrNotRecognised, 0};
+    if (repairedLength > 0) repaired = parseAs(handle, Reading::Repaired, handle->repairedInput, repairedLength);
+    if (!lenientOnlyRows().empty()) lenient = parseAs(handle, Reading::LenientRows, data, length);
+    const Candidate asItCame = parseAs(handle, Reading::AsItCame, data, length);
+    const Candidate* winner = &asItCame;
+    for (const Candidate* other : {&lenient, &repaired}) {
+        if (other->better(*winner)) winner = other;
+    }
+    if (winner->reading == Reading::AsItCame) return asItCame.status;
+    if (winner->reading == Reading::LenientRows) return parseAs(handle, Reading::LenientRows, data, length).status;
+    handle->repairs = applied;
+    return parseAs(handle, Reading::Repaired, handle->repairedInput, repairedLength).status;
+}

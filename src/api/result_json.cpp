@@ -1,0 +1,234 @@
+#include "api/result_json.h"
+
+#include <cstring>
+
+#include "api/java_fields.h"
+#include "api/json.h"
+#include "engine/check_digits.h"
+#include "engine/driver.h"
+#include "engine/elements.h"
+#include "engine/format_names.h"
+#include "engine/registry.h"
+#include "fields/dates.h"
+#include "fields/text.h"
+
+namespace orvane {
+namespace {
+
+constexpr int32_t kAnswerRoom = 8192;
+constexpr int32_t kMostElementIds = 256;
+
+// Writes what fits and counts everything, so that the caller learns the length needed.
+struct JsonSink {
+    char* buffer;
+    int64_t capacity;
+    int64_t length;
+    bool firstMember;
+
+    void put(char c) {
+        if (length < capacity - 1) buffer[length] = c;
+        ++length;
+    }
+    void text(const char* s) {
+        while (*s != '\0') put(*s++);
+    }
+    void string(TextSpan s) {
+        writeJsonString(s, [this](char c) { put(c); });
+    }
+    void number(int64_t value) {
+        char digits[24];
+        const int32_t n = formatInt(value, digits, 20, 0);
+        for (int32_t i = 0; i < n; ++i) put(digits[i]);
+    }
+    void member(const char* name) {
+        if (!firstMember) put(',');
+        firstMember = false;
+        string(makeSpan(name));
+        put(':');
+    }
+};
+
+const char* checkWord(int32_t status) {
+    switch (status) {
+        case kCheckValid: return "valid";
+        case kCheckInvalid: return "invalid";
+        default: return "not checkable";
+    }
+}
+
+bool isDateAnswer(const char* name) {
+    for (const char* date : {"expirationDate", "HAZMATExpDate", "birthdate", "cardRevisionDate", "issueDate"}) {
+        if (std::strcmp(name, date) == 0) return true;
+    }
+    return false;
+}
+
+// MM/DD/YYYY as YYYY-MM-DD.
+void writeIsoDate(JsonSink& out, const char* name, const char* answer) {
+    if (std::strlen(answer) != 10) return;
+    char iso[11] = {answer[6], answer[7], answer[8], answer[9], '-', answer[0], answer[1], '-', answer[3], answer[4], '\0'};
+    char isoName[32];
+    const size_t n = std::strlen(name);
+    std::memcpy(isoName, name, n);
+    std::memcpy(isoName + n, "ISO", 4);
+    out.member(isoName);
+    out.string(makeSpan(iso));
+}
+
+void writeAnswers(JsonSink& out, ParserHandle* handle, char* answer) {
+    for (const JavaTextField& field : kJavaTextFields) {
+        if (field.getter(handle, answer, kAnswerRoom) != kOk || answer[0] == '\0') continue;
+        out.member(field.name);
+        out.string(makeSpan(answer));
+        if (isDateAnswer(field.name)) writeIsoDate(out, field.name, answer);
+    }
+    for (const JavaFlagField& flag : kJavaFlagFields) {
+        int value = 0;
+        if (flag.getter(handle, &value) != kOk) continue;
+        out.member(flag.name);
+        out.number(value);
+    }
+}
+
+void writeChecks(JsonSink& out, ParserHandle* handle) {
+    int status = 0;
+    if (SVT_validateDocumentId(handle, &status) == kOk) {
+        out.member("documentIdValidationStatus");
+        out.text("\"");
+        out.text(checkWord(status));
+        out.text("\"");
+    }
+    if (SVT_validateJurisdictionCode(handle, &status) == kOk) {
+        out.member("jurisdictionCodeValidationStatus");
+        out.text("\"");
+        out.text(checkWord(status));
+        out.text("\"");
+    }
+}
+
+void writeCheckDigits(JsonSink& out, const ParserHandle* handle) {
+    const CheckDigitReport report = checkDocumentDigits(&handle->record, TextSpan{handle->keptText, handle->keptLength});
+    const char* verdict = report.verdict == kCheckValid ? "valid" : report.verdict == kCheckInvalid ? "invalid" : "none";
+    out.member("checkDigits");
+    out.string(makeSpan(verdict));
+    if (report.failureCount > 0) {
+        out.member("checkDigitFailures");
+        out.put('[');
+        for (int32_t i = 0; i < report.failureCount; ++i) {
+            if (i > 0) out.put(',');
+            out.string(makeSpan(report.failures[i]));
+        }
+        out.put(']');
+    }
+    // The zone members the command-line tool has always printed.
+    if (handle->record.formatGroup == kGroupMrz && report.verdict != kCheckNotCheckable) {
+        out.member("mrzCheckDigits");
+        out.string(makeSpan(verdict));
+        if (report.failureCount > 0) {
+            out.member("mrzCheckDigitFailure");
+            out.string(makeSpan(report.failures[0]));
+        }
+    }
+}
+
+void writeDates(JsonSink& out, const ParserHandle* handle) {
+    const DateValue today{handle->clock.parseYear, handle->clock.parseMonth, handle->clock.parseDay, 0, 0, 0};
+    int32_t value = 0;
+    if (ageOn(&handle->record, today, &value) == kOk) {
+        out.member("age");
+        out.number(value);
+    }
+    if (expiredOn(&handle->record, today, &value) == kOk) {
+        out.member("expired");
+        out.text(value != 0 ? "true" : "false");
+    }
+}
+
+void writeRepairs(JsonSink& out, ParserHandle* handle, char* answer) {
+    if (SVT_getRepairs(handle, answer, kAnswerRoom) != kOk) return;
+    out.member("repairs");
+    out.put('[');
+    const char* at = answer;
+    while (*at != '\0') {
+        const char* end = std::strchr(at, ',');
+        const int32_t n = end != nullptr ? static_cast<int32_t>(end - at) : static_cast<int32_t>(std::strlen(at));
+        if (at != answer) out.put(',');
+        out.string(TextSpan{at, n});
+        at += n + (end != nullptr ? 1 : 0);
+    }
+    out.put(']');
+}
+
+// The elements as members of one object; an id the document repeats keeps its first value.
+struct ElementWriter {
+    JsonSink* out;
+    TextSpan seen[kMostElementIds];
+    int32_t seenCount;
+    bool first;
+};
+
+bool writeElement(void* context, TextSpan id, TextSpan value) {
+    ElementWriter& w = *static_cast<ElementWriter*>(context);
+    for (int32_t i = 0; i < w.seenCount; ++i) {
+        if (spanCompare(w.seen[i], id, 0) == 0) return true;
+    }
+    if (w.seenCount < kMostElementIds) w.seen[w.seenCount++] = id;
+    if (!w.first) w.out->put(',');
+    w.first = false;
+    w.out->string(id);
+    w.out->put(':');
+    w.out->string(value);
+    return true;
+}
+
+void writeElements(JsonSink& out, const ParserHandle* handle) {
+    out.member("elements");
+    out.put('{');
+    ElementWriter writer{&out, {}, 0, true};
+    visitElements(&handle->record, TextSpan{handle->keptText, handle->keptLength}, writeElement, &writer);
+    out.put('}');
+}
+
+void writeFormat(JsonSink& out, const ParserHandle* handle, char* answer) {
+    out.member("formatGroup");
+    out.number(handle->record.formatGroup);
+    out.member("formatId");
+    out.number(handle->record.formatId);
+    if (answerFormatName(&handle->record, answer, kAnswerRoom) == kOk) {
+        out.member("formatName");
+        out.string(makeSpan(answer));
+    }
+}
+
+}  // namespace
+
+int32_t writeResultJson(ParserHandle* handle, char* buffer, int32_t capacity, int32_t* length) {
+    if (handle == nullptr || buffer == nullptr || capacity < 1 || length == nullptr) return kErrInvalidArgument;
+    if (handle->record.workBuffer == nullptr) return kErrInvalidArgument;
+    JsonSink out{buffer, capacity, 0, true};
+    char answer[kAnswerRoom];
+    out.put('{');
+    out.member("status");
+    out.number(handle->lastStatus);
+    if (handle->lastStatus == kOk) {
+        writeFormat(out, handle, answer);
+        writeAnswers(out, handle, answer);
+        writeChecks(out, handle);
+        out.member("fieldCount");
+        out.number(countFilledFields(&handle->record));
+        writeCheckDigits(out, handle);
+        writeDates(out, handle);
+        writeRepairs(out, handle, answer);
+        writeElements(out, handle);
+    }
+    out.put('}');
+    *length = out.length > INT32_MAX ? INT32_MAX : static_cast<int32_t>(out.length);
+    if (out.length >= capacity) {
+        buffer[0] = '\0';
+        return kErrNoAnswer;
+    }
+    buffer[out.length] = '\0';
+    return kOk;
+}
+
+}  // namespace orvane

@@ -1,0 +1,30 @@
+#include "engine/check_digits.h"
+
+#include "documents/mrz_check_digits.h"
+#include "documents/national.h"
+#include "engine/registry.h"
+#include "engine/status.h"
+
+namespace orvane {
+namespace {
+
+constexpr uint32_t kSouthAfricanIdentity = 59;
+
+}  // namespace
+
+CheckDigitReport checkDocumentDigits(const ParsedRecord* record, TextSpan text) {
+    CheckDigitReport report{kCheckNotCheckable, {}, 0};
+    if (record == nullptr) return report;
+    if (record->formatGroup == kGroupMrz) {
+        MrzCheckReport zone{};
+        if (checkMrzDigits(text.data, text.length, &zone) < 0) return report;
+        report.verdict = zone.failureCount == 0 ? kCheckValid : kCheckInvalid;
+        for (int32_t i = 0; i < zone.failureCount; ++i) report.failures[report.failureCount++] = zone.failures[i];
+    } else if (record->formatId == kSouthAfricanIdentity) {
+        report.verdict = checkSouthAfricanIdNumber(record);
+        if (report.verdict == kCheckInvalid) report.failures[report.failureCount++] = "documentNumber";
+    }
+    return report;
+}
+
+}  // namespace orvane

@@ -1,0 +1,164 @@
+#include "engine/elements.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "aamva/elements.h"
+#include "documents/zone_fields.h"
+
+namespace orvane {
+namespace {
+
+struct FieldName {
+    FieldId id;
+    const char* name;
+};
+
+// The slots every reader shares, under the names the record gives them.
+constexpr FieldName kFieldNames[] = {
+    {field::iin, "iin"},
+    {field::fullName, "fullName"},
+    {field::address1, "address1"},
+    {field::city, "city"},
+    {field::jurisdictionCode, "jurisdictionCode"},
+    {field::postalCode, "postalCode"},
+    {field::licenseNumber, "licenseNumber"},
+    {field::licenseClassification, "licenseClassification"},
+    {field::restrictionCodeAlt, "restrictionCodeAlt"},
+    {field::endorsementsCodeAlt, "endorsementsCodeAlt"},
+    {field::expirationDate, "expirationDate"},
+    {field::birthdate, "birthdate"},
+    {field::gender, "gender"},
+    {field::issueDate, "issueDate"},
+    {field::height, "height"},
+    {field::weightPounds, "weightPounds"},
+    {field::eyeColor, "eyeColor"},
+    {field::hairColor, "hairColor"},
+    {field::socialSecurityNumber, "socialSecurityNumber"},
+    {field::permitClassification, "permitClassification"},
+    {field::permitExpirationDate, "permitExpirationDate"},
+    {field::permitIdentifier, "permitIdentifier"},
+    {field::permitIssueDate, "permitIssueDate"},
+    {field::permitRestrictionCode, "permitRestrictionCode"},
+    {field::permitEndorsementCode, "permitEndorsementCode"},
+    {field::lastName, "lastName"},
+    {field::firstName, "firstName"},
+    {field::middleName, "middleName"},
+    {field::nameSuffix, "nameSuffix"},
+    {field::namePrefix, "namePrefix"},
+    {field::address2Alt, "address2Alt"},
+    {field::residenceAddress1, "residenceAddress1"},
+    {field::residenceAddress2, "residenceAddress2"},
+    {field::residenceCity, "residenceCity"},
+    {field::residenceJurisdictionCode, "residenceJurisdictionCode"},
+    {field::residencePostalCode, "residencePostalCode"},
+    {field::heightCentimeters, "heightCentimeters"},
+    {field::weightKilograms, "weightKilograms"},
+    {field::issueTimestamp, "issueTimestamp"},
+    {field::duplicateCount, "duplicateCount"},
+    {field::organDonor, "organDonor"},
+    {field::nonResident, "nonResident"},
+    {field::uniqueCustomerId, "uniqueCustomerId"},
+    {field::birthdateAlt2, "birthdateAlt2"},
+    {field::socialSecurityNumberAlt, "socialSecurityNumberAlt"},
+    {field::aliasLastName, "aliasLastName"},
+    {field::aliasFirstName, "aliasFirstName"},
+    {field::aliasMiddleName, "aliasMiddleName"},
+    {field::aliasSuffix, "aliasSuffix"},
+    {field::vehicleClassJurisdiction, "vehicleClassJurisdiction"},
+    {field::givenNames, "givenNames"},
+    {field::heightAlt, "heightAlt"},
+    {field::licenseNumberAlt, "licenseNumberAlt"},
+    {field::country, "country"},
+    {field::federalVehicleCodes, "federalVehicleCodes"},
+    {field::address2, "address2"},
+    {field::placeOfBirth, "placeOfBirth"},
+    {field::auditInformation, "auditInformation"},
+    {field::inventoryControlNumber, "inventoryControlNumber"},
+    {field::aliasFamilyName, "aliasFamilyName"},
+    {field::aliasGivenName, "aliasGivenName"},
+    {field::aliasSuffixName, "aliasSuffixName"},
+    {field::weightRange, "weightRange"},
+    {field::race, "race"},
+    {field::vehicleClassCode, "vehicleClassCode"},
+    {field::endorsementsCode, "endorsementsCode"},
+    {field::restrictionCode, "restrictionCode"},
+    {field::vehicleClassCodeDescription, "vehicleClassCodeDescription"},
+    {field::endorsementCodeDescription, "endorsementCodeDescription"},
+    {field::restrictionCodeDescription, "restrictionCodeDescription"},
+    {field::documentDiscriminator, "documentDiscriminator"},
+    {field::countryCodeAlt, "countryCodeAlt"},
+    {field::lastNameTruncation, "lastNameTruncation"},
+    {field::firstNameTruncation, "firstNameTruncation"},
+    {field::middleNameTruncation, "middleNameTruncation"},
+    {field::birthdateAlt, "birthdateAlt"},
+    {field::complianceType, "complianceType"},
+    {field::cardRevisionDate, "cardRevisionDate"},
+    {field::HAZMATExpDate, "HAZMATExpDate"},
+    {field::limitedDurationDocument, "limitedDurationDocument"},
+    {field::under18Until, "under18Until"},
+    {field::under19Until, "under19Until"},
+    {field::under21Until, "under21Until"},
+    {field::standardName, "standardName"},
+    {field::documentType, "documentType"},
+    {field::licenseNumberAlt3, "licenseNumberAlt3"},
+    {field::licenseNumberAlt2, "licenseNumberAlt2"},
+    {field::countryCode, "countryCode"},
+    {field::veteran, "veteran"},
+    {field::mrzCountryCode, "mrzCountryCode"},
+    {field::aamvaVersion, "aamvaVersion"},
+};
+static_assert(std::size(kFieldNames) == 91);
+
+// The national formats whose text is AAMVA element lines.
+bool readsElementLines(uint32_t formatId) { return formatId == 56 || formatId == 57 || formatId == 60; }
+
+struct Filled {
+    const char* at;
+    FieldId id;
+};
+
+// The filled slots in the order their values were stored, which is the order the
+// reader met them in its text.
+void visitStoredFields(const ParsedRecord* record, ElementVisitor visit, void* context) {
+    Filled filled[kFieldCount];
+    int32_t count = 0;
+    for (FieldId id = 0; id < kFieldCount; ++id) {
+        if (spanUsable(record->fields[id])) filled[count++] = Filled{record->fields[id].data, id};
+    }
+    std::stable_sort(filled, filled + count, [](const Filled& a, const Filled& b) { return a.at < b.at; });
+    char ownName[16];
+    for (int32_t i = 0; i < count; ++i) {
+        const char* name = fieldName(filled[i].id);
+        if (name == nullptr) {
+            // A slot a family keeps for itself has no shared name: "field" and its number.
+            const int32_t digits = formatInt(filled[i].id, ownName + 5, 3, 0);
+            std::copy_n("field", 5, ownName);
+            ownName[5 + digits] = '\0';
+            name = ownName;
+        }
+        if (!visit(context, makeSpan(name), record->fields[filled[i].id])) return;
+    }
+}
+
+}  // namespace
+
+const char* fieldName(FieldId id) {
+    for (const FieldName& row : kFieldNames) {
+        if (row.id == id) return row.name;
+    }
+    return nullptr;
+}
+
+void visitElements(const ParsedRecord* record, TextSpan text, ElementVisitor visit, void* context) {
+    if (record == nullptr || visit == nullptr || record->formatId == kNoFormatId) return;
+    if (record->formatGroup == 0 || readsElementLines(record->formatId)) {
+        visitAamvaElements(text, visit, context);
+    } else if (record->formatGroup == 5) {
+        visitZoneElements(text, visit, context);
+    } else {
+        visitStoredFields(record, visit, context);
+    }
+}
+
+}  // namespace orvane
