@@ -29,9 +29,9 @@ int32_t markerAfter(TextSpan text, int32_t atSign) {
     return atSign + 1 + first;
 }
 
-bool isSeparatorNoise(char c) {
-    return c == '\n' || c == '\r' || c == ' ' || c == '\t' || c == 0x1E || c == 0x1C || c == 0x1D;
-}
+// Keyboard wedges type the three separators as other bytes ("a", "c", "6", blanks,
+// doubled line feeds) or drop them, so a few of any bytes may stand there.
+constexpr int32_t kMostSeparatorBytes = 5;
 
 bool digitsFollow(TextSpan text, int32_t at, int32_t count) { return digitsAt(text, at, count); }
 
@@ -55,7 +55,8 @@ struct DamagedWord {
 // the six digits of the issuer number.
 constexpr DamagedWord kDamagedWords[] = {
     {"ANSI", "ANSI "}, {"NSI ", "ANSI "}, {"ASI ", "ANSI "}, {"ANI ", "ANSI "}, {"ANS ", "ANSI "},
-    {"AMVA", "AAMVA"}, {"AAVA", "AAMVA"}, {"AAMA", "AAMVA"}, {"AAMV", "AAMVA"},
+    {"AMVA ", "AAMVA"}, {"AMVA", "AAMVA"}, {"AAVA", "AAMVA"}, {"AAMA", "AAMVA"}, {"AAMV", "AAMVA"},
+    {"AAMVA ", "AAMVA"},
 };
 
 bool isElementIdAt(const char* at) {
@@ -133,9 +134,7 @@ int32_t repairHeaderSeparators(TextSpan in, char* out, int32_t room) {
     if (marker < 0) return -1;
     const TextSpan between{in.data + atSign + 1, marker - atSign - 1};
     if (spanEquals(between, kCanonicalSeparators) == 0 && atSign == 0) return -1;
-    for (int32_t i = 0; i < between.length; ++i) {
-        if (!isSeparatorNoise(between.data[i])) return -1;
-    }
+    if (between.length > kMostSeparatorBytes) return -1;
     const int32_t length = splice(TextSpan{in.data + atSign, in.length - atSign}, 1, marker - atSign, kCanonicalSeparators,
                                   out, room);
     return length;

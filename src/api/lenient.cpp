@@ -1,6 +1,6 @@
 // The lenient parse: the input as it came, the rows only the lenient parse tries, and
-// the input with the damage scanners do to it repaired; the best reading wins, and on
-// a tie the input as it came.
+// the input with the damage scanners do to it repaired; the best reading wins. On a tie
+// the input as it came wins, unless the repairs undid damage no layout has of its own.
 #include "api/handle.h"
 #include "engine/repairs.h"
 #include "engine/status.h"
@@ -15,7 +15,12 @@ struct Candidate {
     Reading reading;
     int32_t status;
     int32_t score;
-    bool better(const Candidate& other) const { return status == kOk && (other.status != kOk || score > other.score); }
+    bool winsTies;  // a repaired text whose damage is never a layout's own
+    bool better(const Candidate& other) const {
+        if (status != kOk) return false;
+        if (other.status != kOk) return true;
+        return winsTies ? score >= other.score : score > other.score;
+    }
 };
 
 Candidate parseAs(ParserHandle* handle, Reading reading, const void* data, int32_t length) {
@@ -24,7 +29,7 @@ Candidate parseAs(ParserHandle* handle, Reading reading, const void* data, int32
                                                    : reading == Reading::LenientRows ? lenientOnlyRows()
                                                                                       : lenientRegistry();
     const int32_t status = parseInto(handle, rows, data, length, &outcome);
-    return Candidate{reading, status, outcome.score};
+    return Candidate{reading, status, outcome.score, false};
 }
 
 }  // namespace
@@ -41,9 +46,12 @@ extern "C" SVT_API int SVT_parseLenient(SVT_ParserHandle* handle, const void* da
     const int32_t repairedLength = repairText(input, handle->repairedInput, handle->inputCopy, room, &applied);
     // Every reading but the last one is parsed again if it wins: the input as it came is
     // parsed last, as it wins most often.
-    Candidate repaired{Reading::Repaired, kErrNotRecognised, 0};
-    Candidate lenient{Reading::LenientRows, kErrNotRecognised, 0};
-    if (repairedLength > 0) repaired = parseAs(handle, Reading::Repaired, handle->repairedInput, repairedLength);
+    Candidate repaired{Reading::Repaired, kErrNotRecognised, 0, false};
+    Candidate lenient{Reading::LenientRows, kErrNotRecognised, 0, false};
+    if (repairedLength > 0) {
+        repaired = parseAs(handle, Reading::Repaired, handle->repairedInput, repairedLength);
+        repaired.winsTies = anyDecisive(applied);
+    }
     if (!lenientOnlyRows().empty()) lenient = parseAs(handle, Reading::LenientRows, data, length);
     const Candidate asItCame = parseAs(handle, Reading::AsItCame, data, length);
     const Candidate* winner = &asItCame;

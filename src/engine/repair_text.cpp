@@ -105,8 +105,9 @@ int32_t repairLineBreaks(TextSpan in, char* out, int32_t room) {
         if (in.data[i] == '\n') ++lfs;
         if (in.data[i] == '\r' && i + 1 < in.length && in.data[i + 1] == '\n') ++pairs;
     }
-    // The AAMVA header's one CR and a subfile's closing CR are no line breaks to repair.
-    if (crs < 3 || (lfs > crs && pairs < 3)) return -1;
+    // The AAMVA header's one CR and a subfile's closing CR are no line breaks to repair;
+    // stripes and labelled text have line breaks of their own, which their readers know.
+    if (crs < 3 || (lfs > crs && pairs < 3) || !looksLikeAamva(in)) return -1;
     int32_t n = 0;
     for (int32_t i = 0; i < in.length && n < room; ++i) {
         if (in.data[i] == '\r' && i + 1 < in.length && in.data[i + 1] == '\n') continue;

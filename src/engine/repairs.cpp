@@ -12,15 +12,16 @@ namespace {
 // In the order they run: the encoding and what stands before the text first, the
 // header next, then the lines and what they hold.
 constexpr Repair kRepairs[] = {
-    {"utf8-to-latin1", repairUtf8ToLatin1},
-    {"symbology-identifier", repairSymbologyIdentifier},
-    {"stray-high-bytes", repairStrayHighBytes},
-    {"crlf-lines", repairLineBreaks},
-    {"header-marker", repairHeaderMarker},
-    {"header-separators", repairHeaderSeparators},
-    {"line-indents", repairLineIndents},
-    {"element-separators", repairElementSeparators},
-    {"slash-dates", repairSlashDates},
+    // name, repair, decisive
+    {"utf8-to-latin1", repairUtf8ToLatin1, true},
+    {"symbology-identifier", repairSymbologyIdentifier, true},
+    {"stray-high-bytes", repairStrayHighBytes, true},
+    {"crlf-lines", repairLineBreaks, false},
+    {"header-marker", repairHeaderMarker, true},
+    {"header-separators", repairHeaderSeparators, false},
+    {"line-indents", repairLineIndents, true},
+    {"element-separators", repairElementSeparators, true},
+    {"slash-dates", repairSlashDates, false},
 };
 static_assert(std::size(kRepairs) <= 32, "a repair's bit must fit the mask");
 
@@ -44,6 +45,13 @@ int32_t repairText(TextSpan input, char* out, char* spare, int32_t room, uint32_
     if (*applied == 0) return -1;
     if (current.data != out) std::memcpy(out, current.data, static_cast<size_t>(current.length));
     return current.length;
+}
+
+bool anyDecisive(uint32_t repairs) {
+    for (size_t i = 0; i < std::size(kRepairs); ++i) {
+        if ((repairs >> i & 1u) != 0 && kRepairs[i].decisive) return true;
+    }
+    return false;
 }
 
 int32_t writeRepairNames(uint32_t repairs, char* buffer, int32_t capacity) {

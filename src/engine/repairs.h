@@ -18,6 +18,10 @@ using RepairStep = int32_t (*)(TextSpan in, char* out, int32_t room);
 struct Repair {
     const char* name;
     RepairStep apply;
+    // The damage is never a layout's own (a layout may put other separators in its
+    // header, or dashes in its dates, but none indents its lines), so a repaired reading
+    // that scores as well as the input as it came is the one to keep.
+    bool decisive;
 };
 
 // The repairs in the order they run; a repair's bit is its index here.
@@ -27,6 +31,9 @@ std::span<const Repair> repairTable();
 // ends in out, which spare (of the same room) helps build; returns its length, or -1
 // when no repair applied. *applied gets a bit per repair that did.
 int32_t repairText(TextSpan input, char* out, char* spare, int32_t room, uint32_t* applied);
+
+// Whether one of the repairs whose bits are set is decisive.
+bool anyDecisive(uint32_t repairs);
 
 // Writes the names of the repairs whose bits are set, comma-separated, in the order the
 // repairs run: 0, -21 for a bad buffer, -26 when no bit is set or the names do not fit.
