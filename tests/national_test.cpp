@@ -173,5 +173,15 @@ TEST(DesignedLayouts, MarkersSexAndDates) {
     });
 }
 
+TEST(PuertoRico, ReadsEveryElementTheTablesKnowAndStaysPuertoRico) {
+    testing::runReaderCases({
+        {"elements beyond the layout", parsePuertoRicoLicence,
+         "@\n\x1e\rANSI 604431080102DL00410050DLDAQ0012345\nDCSSAMPLE\nDDAF\nDDB02142014\nDCK99\nDCGUSA\nDAJPR", kOk,
+         {{field::complianceType, "F"}, {field::cardRevisionDate, "02142014"}, {field::inventoryControlNumber, "99"},
+          {field::countryCode, "PRI"}, {field::country, "Puerto Rico"}, {field::licenseNumber, "0012345"}}},
+        {"another issuer", parsePuertoRicoLicence, "@\n\x1e\rANSI 636026080102DL00410050DLDAQ1\nDDAF", kErrNotRecognised, {}},
+    });
+}
+
 }  // namespace
 }  // namespace orvane

@@ -80,6 +80,22 @@ int32_t elementsStart(TextSpan text) {
     return at;
 }
 
+// Where the element lines start: after an AAMVA header, or at the start of text whose
+// lines hold elements without one, as the Guatemalan, Mexican and element-line layouts
+// do; -1 for any other text.
+int32_t elementLinesStart(TextSpan text) {
+    const int32_t afterHeader = elementsStart(text);
+    if (afterHeader >= 0) return afterHeader;
+    int32_t elementLines = 0;
+    TextSpan rest = text;
+    TextSpan line;
+    while (rest.length > 0 && nextToken(rest, &line, &rest, "\n\r", 0)) {
+        trimLeadingIf(&line, isWhiteSpace);
+        if (line.length >= 3 && isElementIdAt(line.data) && isKnownElementId(line.data)) ++elementLines;
+    }
+    return elementLines >= 3 ? 0 : -1;
+}
+
 bool isDateElement(const char* id) {
     for (const char* date : {"DBA", "DBB", "DBD", "DDB", "DDC", "DDH", "DDI", "DDJ"}) {
         if (std::memcmp(id, date, 3) == 0) return true;
@@ -87,13 +103,13 @@ bool isDateElement(const char* id) {
     return false;
 }
 
-// "MM/DD/YYYY", "MM-DD-YYYY", "YYYY-MM-DD" or "YYYY/MM/DD" at value: its eight digits, or
-// false for any other text.
+// "MM/DD/YYYY", "YYYY/MM/DD" or "YYYY-MM-DD" at value: its eight digits, month or year
+// first as written, or false for any other text. Month-first dates with dashes are a
+// layout's own and stay.
 bool readSeparatedDate(TextSpan value, char digits[8]) {
     if (value.length < 10) return false;
     const char* v = value.data;
-    const bool monthFirst = allDigits(v, 2) && allDigits(v + 3, 2) && allDigits(v + 6, 4) && v[2] == v[5] &&
-                            (v[2] == '/' || v[2] == '-');
+    const bool monthFirst = allDigits(v, 2) && allDigits(v + 3, 2) && allDigits(v + 6, 4) && v[2] == '/' && v[5] == '/';
     const bool yearFirst = allDigits(v, 4) && allDigits(v + 5, 2) && allDigits(v + 8, 2) && v[4] == v[7] &&
                            (v[4] == '/' || v[4] == '-');
     if (monthFirst) {
@@ -107,6 +123,40 @@ bool readSeparatedDate(TextSpan value, char digits[8]) {
     }
     return monthFirst || yearFirst;
 }
+
+// Finds where elements that lost their separators start. An element id the tables know
+// starts one unless it stood before (an element appears once in a subfile, so a repeat
+// is part of a value) or the value it would get is empty or opens with a sign that no
+// value opens with: "JORDAN" holds "DAN" and "ADAM," holds "DAM", but neither starts one.
+struct ElementSplitter {
+    TextSpan body;
+    uint32_t seen[64];
+    int32_t seenCount;
+
+    bool isCandidate(int32_t at) const {
+        if (at + 3 > body.length || !isElementIdAt(body.data + at) || !isKnownElementId(body.data + at)) return false;
+        const uint32_t key = keyAt(at);
+        for (int32_t s = 0; s < seenCount; ++s) {
+            if (seen[s] == key) return false;
+        }
+        return true;
+    }
+    uint32_t keyAt(int32_t at) const {
+        return static_cast<uint32_t>(static_cast<unsigned char>(body.data[at])) << 16 |
+               static_cast<uint32_t>(static_cast<unsigned char>(body.data[at + 1])) << 8 |
+               static_cast<uint32_t>(static_cast<unsigned char>(body.data[at + 2]));
+    }
+    bool startsElement(int32_t at) {
+        if (body.data[at - 1] == '\n' || !isCandidate(at)) return false;
+        int32_t next = at + 3;
+        while (next < body.length && !isCandidate(next)) ++next;
+        if (next == at + 3) return false;
+        const unsigned char first = static_cast<unsigned char>(body.data[at + 3]);
+        if (!isAsciiAlnum(first) && first != ' ') return false;
+        if (seenCount < 64) seen[seenCount++] = keyAt(at);
+        return true;
+    }
+};
 
 }  // namespace
 
@@ -141,7 +191,7 @@ int32_t repairHeaderSeparators(TextSpan in, char* out, int32_t room) {
 }
 
 int32_t repairLineIndents(TextSpan in, char* out, int32_t room) {
-    if (elementsStart(in) < 0) return -1;
+    if (elementLinesStart(in) < 0) return -1;
     int32_t n = 0;
     bool removed = false;
     for (int32_t i = 0; i < in.length;) {
@@ -169,20 +219,13 @@ int32_t repairElementSeparators(TextSpan in, char* out, int32_t room) {
     if (start > room) return -1;
     std::memcpy(out, in.data, static_cast<size_t>(start));
     int32_t n = start;
-    // An element appears once in a subfile, so an id that came before is part of a value.
-    uint32_t seen[64];
-    int32_t seenCount = 0;
+    ElementSplitter splitter{body, {}, 0};
     int32_t inserted = 0;
     for (int32_t i = 0; i < body.length; ++i) {
-        const bool candidate = i > 2 && i + 3 <= body.length && isElementIdAt(body.data + i) && isKnownElementId(body.data + i);
-        const uint32_t key = candidate ? elementKey({body.data[i], body.data[i + 1], body.data[i + 2], '\0'}) : 0;
-        bool repeat = false;
-        for (int32_t s = 0; s < seenCount && candidate; ++s) repeat = repeat || seen[s] == key;
-        if (candidate && !repeat && body.data[i - 1] != '\n') {
+        if (i > 0 && splitter.startsElement(i)) {
             if (n >= room) return -1;
             out[n++] = '\n';
             ++inserted;
-            if (seenCount < 64) seen[seenCount++] = key;
         }
         if (n >= room) return -1;
         out[n++] = body.data[i];
@@ -191,7 +234,7 @@ int32_t repairElementSeparators(TextSpan in, char* out, int32_t room) {
 }
 
 int32_t repairSlashDates(TextSpan in, char* out, int32_t room) {
-    const int32_t start = elementsStart(in);
+    const int32_t start = elementLinesStart(in);
     if (start < 0 || in.length > room) return -1;
     std::memcpy(out, in.data, static_cast<size_t>(in.length));
     int32_t n = in.length;

@@ -16,7 +16,8 @@ int32_t repairLineIndents(TextSpan in, char* out, int32_t room);
 // Elements run together without separators: a line feed put before each element id,
 // each id once, as the element tables know them.
 int32_t repairElementSeparators(TextSpan in, char* out, int32_t room);
-// Dates written with slashes or hyphens (01/31/1990, 1990-01-31) without them.
+// Dates written with slashes (01/31/1990) or year first with hyphens (1990-01-31)
+// without them.
 int32_t repairSlashDates(TextSpan in, char* out, int32_t room);
 
 }  // namespace orvane

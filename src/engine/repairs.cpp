@@ -21,7 +21,7 @@ constexpr Repair kRepairs[] = {
     {"header-separators", repairHeaderSeparators, false},
     {"line-indents", repairLineIndents, true},
     {"element-separators", repairElementSeparators, true},
-    {"slash-dates", repairSlashDates, false},
+    {"slash-dates", repairSlashDates, true},
 };
 static_assert(std::size(kRepairs) <= 32, "a repair's bit must fit the mask");
 
