@@ -3,6 +3,7 @@
 // each with the argument checks every exported function shares.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
@@ -12,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "api/json.h"
 #include "engine/format_names.h"
 #include "fields/dates.h"
 #include "orvane_parser.h"
@@ -474,6 +476,31 @@ TEST(Results, JsonMembers) {
     EXPECT_EQ(parseInto(h.get(), sample("mrz-passport")), SVT_OK);
     EXPECT_EQ(SVT_parse(h.get(), "x", 0), SVT_ERR_INVALID_ARGUMENT);
     EXPECT_EQ(json(h.get()), "{\"status\":-21}");
+}
+
+TEST(Results, JsonHoldsEveryElementOfEverySample) {
+    for (const auto& path : testing::samplePaths()) {
+        SCOPED_TRACE(path.filename().string());
+        HandlePtr h = parsed(testing::readBytes(path));
+        const std::string text = json(h.get());
+        const size_t elements = text.find("\"elements\":{");
+        ASSERT_NE(elements, std::string::npos);
+        std::vector<std::string> seen;
+        int count = 0;
+        ASSERT_EQ(SVT_getElementCount(h.get(), &count), SVT_OK);
+        for (int i = 0; i < count; ++i) {
+            char id[64];
+            char value[512];
+            ASSERT_EQ(SVT_getElementAt(h.get(), i, id, sizeof id, value, sizeof value), SVT_OK);
+            if (std::find(seen.begin(), seen.end(), id) != seen.end()) continue;  // the first value stands
+            seen.push_back(id);
+            std::string member;
+            writeJsonString(makeSpan(id), [&](char c) { member += c; });
+            member += ':';
+            writeJsonString(makeSpan(value), [&](char c) { member += c; });
+            EXPECT_NE(text.find(member, elements), std::string::npos) << member;
+        }
+    }
 }
 
 TEST(Results, JsonEscapesEveryByteOfAValue) {
