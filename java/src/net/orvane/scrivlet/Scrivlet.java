@@ -99,7 +99,7 @@ public final class Scrivlet implements AutoCloseable {
     /**
      * As {@link #parse(ByteBuffer, int, ScrivletResult, BarcodeDescription)}, and also
      * reads the input with the damage scanners and apps do repaired, keeping the better
-     * reading (the input as it came on a tie); {@link #getRepairs()} names what was
+     * reading; {@link #getRepairs()} names what was
      * repaired. Use it for text that passed through a keyboard wedge, a text field or an
      * app; use {@code parse} where the bytes come straight from the reader and a damaged
      * input should be refused.
