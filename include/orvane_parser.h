@@ -56,7 +56,7 @@ SVT_API void SVT_delete(SVT_ParserHandle* handle);
 SVT_API int SVT_parse(SVT_ParserHandle* handle, const void* data, int length);
 /** As SVT_parse, after repairing damage scanners and apps do to the text when the input shows it; same statuses. */
 SVT_API int SVT_parseLenient(SVT_ParserHandle* handle, const void* data, int length);
-/** The repairs the last parse applied, comma-separated names ("crlf-lines,utf8-to-latin1"); -26 when none. */
+/** The repairs the last parse applied, comma-separated names ("crlf-lines,utf8-to-latin1"); -26 and "" when none or they do not fit. */
 SVT_API int SVT_getRepairs(SVT_ParserHandle* handle, char* buffer, int capacity);
 
 /* Field getters: (handle, buffer, capacity) -> 0, -21 (bad argument or no parse yet), -26 (no answer). */
@@ -215,7 +215,7 @@ SVT_API int SVT_getResultJson(SVT_ParserHandle* handle, char* buffer, int capaci
 
 /* Version of the library. */
 
-/** The version as text, "v.1.26.0"; -21 for a null buffer or capacity below 1, -26 when it does not fit. */
+/** The version as text, "v.1.26.0"; -21 for a null buffer or capacity below 1, -26 and "" when it does not fit. */
 SVT_API int SVT_getVersionText(char* buffer, int capacity);
 
 /** Major version: 1. */

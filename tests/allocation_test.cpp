@@ -114,8 +114,8 @@ TEST(Allocations, ParsesAndAnswersAllocateNothingOnceTheBuffersExist) {
     SVT_parse(handle, "x", 1);
     EXPECT_EQ(allocationsDuring([&] {
                   for (const std::string& input : inputs) {
-                      SVT_parse(handle, input.data(), static_cast<int>(input.size()));
-                      orvane::testing::askEverything(handle);  // every getter at several capacities
+                      // Both parses, each followed by every question at several capacities.
+                      orvane::testing::parseBothWaysAndAsk(handle, input.data(), static_cast<int>(input.size()));
                   }
               }),
               0);
@@ -220,10 +220,14 @@ TEST(Allocations, NothingIsWrittenPastTheHandlesBuffers) {
     SVT_ParserHandle* handle = SVT_create();
     for (const std::string& input : inputs) {
         SCOPED_TRACE(input.substr(0, 40));
-        SVT_parse(handle, input.data(), static_cast<int>(input.size()));
-        ASSERT_EQ(guardFault(handle), "") << "after the parse";
-        ASSERT_EQ(orvane::testing::askEverything(handle), "");
-        ASSERT_EQ(guardFault(handle), "") << "after the answers";
+        for (bool lenient : {false, true}) {
+            SCOPED_TRACE(lenient ? "lenient" : "strict");
+            const int length = static_cast<int>(input.size());
+            lenient ? SVT_parseLenient(handle, input.data(), length) : SVT_parse(handle, input.data(), length);
+            ASSERT_EQ(guardFault(handle), "") << "after the parse";
+            ASSERT_EQ(orvane::testing::askEverything(handle), "");
+            ASSERT_EQ(guardFault(handle), "") << "after the answers";
+        }
     }
     SVT_delete(handle);
     guarding = false;

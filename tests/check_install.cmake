@@ -8,7 +8,7 @@ if(NOT status EQUAL 0)
 endif()
 file(GLOB_RECURSE installed RELATIVE ${prefix} ${prefix}/*)
 foreach(expected "include/orvane_parser.h" "liborvane_parser.so.1.26.0" "liborvane_parser.so.1" "liborvane_parser.so"
-                 "OrvaneParserConfig.cmake" "orvane_parser.pc" "bin/orvane-parse")
+                 "OrvaneParserConfig.cmake" "orvane_parser.pc" "bin/orvane-parse" "share/man/man1/orvane-parse.1")
   string(FIND "${installed}" "${expected}" at)
   if(at EQUAL -1)
     message(FATAL_ERROR "${expected} is not installed: ${installed}")

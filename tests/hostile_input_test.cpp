@@ -22,11 +22,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Parses and asks everything; a fault description, or "".
+// Parses strictly and leniently and asks everything; a fault description, or "".
 std::string parseAndAsk(SVT_ParserHandle* handle, const std::string& input) {
-    const int status = SVT_parse(handle, input.data(), static_cast<int>(input.size()));
-    if (!testing::isDocumentedParseStatus(status)) return "parse status " + std::to_string(status);
-    return testing::askEverything(handle);
+    return testing::parseBothWaysAndAsk(handle, input.data(), static_cast<int>(input.size()));
 }
 
 TEST(HostileInput, EverySampleCutAtEveryLength) {
@@ -108,6 +106,10 @@ TEST(HostileInput, FailedParseThenEveryGetter) {
     EXPECT_EQ(testing::askEverything(handle.get()), "");
     EXPECT_EQ(SVT_parse(handle.get(), nullptr, 10), SVT_ERR_NULL_INPUT);
     EXPECT_EQ(testing::askEverything(handle.get()), "");
+    EXPECT_EQ(SVT_parseLenient(handle.get(), nullptr, 10), SVT_ERR_NULL_INPUT);
+    EXPECT_EQ(testing::askEverything(handle.get()), "");
+    EXPECT_EQ(SVT_parseLenient(handle.get(), sample.data(), 0), SVT_ERR_INVALID_ARGUMENT);
+    EXPECT_EQ(testing::askEverything(handle.get()), "");
 }
 
 TEST(HostileInput, InputsOfOtherParsersTestSuites) {
@@ -125,6 +127,7 @@ TEST(HostileInput, InputsOfOtherParsersTestSuites) {
         ASSERT_TRUE(testing::isDocumentedParseStatus(status)) << status;
         if (status == SVT_OK) ++counts.first;
         ASSERT_EQ(testing::askEverything(handle.get()), "");
+        ASSERT_EQ(testing::parseBothWaysAndAsk(handle.get(), input.bytes.data(), static_cast<int>(input.bytes.size())), "");
     }
     for (const auto& [kind, counts] : recognised) {
         std::printf("peer inputs of kind %s: %d of %d recognised\n", kind.c_str(), counts.first, counts.second);

@@ -95,13 +95,14 @@ namespace {
 
 TextSpan keptText(const ParserHandle& h) { return TextSpan{h.keptText, h.keptLength}; }
 
-// Copies a span as a text answer: NUL-terminated, cut to capacity - 1.
+// Copies a span as a text answer: NUL-terminated, cut to capacity - 1. As with the field
+// getters, a value of which no character fits is no answer (an empty value is one).
 int32_t answerSpan(TextSpan value, char* buffer, int32_t capacity) {
     if (buffer == nullptr || capacity < 1) return kErrInvalidArgument;
     const int32_t n = value.length < capacity - 1 ? value.length : capacity - 1;
     if (n > 0) std::memcpy(buffer, value.data, static_cast<size_t>(n));
     buffer[n < 0 ? 0 : n] = '\0';
-    return kOk;
+    return n < 1 && value.length > 0 ? kErrNoAnswer : kOk;
 }
 
 struct ElementSearch {
@@ -171,8 +172,9 @@ SVT_API int SVT_getElementAt(SVT_ParserHandle* h, int index, char* id, int idCap
     if (int32_t status = checkParsed(h)) return status;
     const ElementSearch search = searchElements(*h, index, nullptr);
     if (!search.found) return kErrNoAnswer;
-    answerSpan(search.foundId, id, idCapacity);
-    return answerSpan(search.foundValue, value, valueCapacity);
+    const int32_t idStatus = answerSpan(search.foundId, id, idCapacity);
+    const int32_t valueStatus = answerSpan(search.foundValue, value, valueCapacity);
+    return idStatus != kOk ? idStatus : valueStatus;
 }
 
 SVT_API int SVT_getElement(SVT_ParserHandle* h, const char* id, char* value, int capacity) {
@@ -232,7 +234,10 @@ SVT_API int SVT_getRepairs(SVT_ParserHandle* h, char* b, int c) {
 SVT_API int SVT_getVersionText(char* b, int c) {
     if (b == nullptr || c < 1) return kErrInvalidArgument;
     const size_t n = std::strlen(kVersionText);
-    if (n + 1 > static_cast<size_t>(c)) return kErrNoAnswer;
+    if (n + 1 > static_cast<size_t>(c)) {
+        b[0] = '\0';
+        return kErrNoAnswer;
+    }
     std::memcpy(b, kVersionText, n + 1);
     return kOk;
 }

@@ -78,7 +78,14 @@ void keepWinnerText(ParserHandle* handle, const ParseOutcome& outcome) {
 }  // namespace
 
 int32_t prepareParse(ParserHandle* handle, int32_t length) {
-    if (handle == nullptr || length < 1) return kErrInvalidArgument;
+    if (handle == nullptr) return kErrInvalidArgument;
+    if (length < 1) {
+        // The record stays for the field getters, but the answers about the last parse
+        // (status, format, JSON) must not describe an earlier input.
+        handle->lastStatus = kErrInvalidArgument;
+        handle->repairs = 0;
+        return kErrInvalidArgument;
+    }
     const int32_t needed = length > kMinimumBufferSize ? length : kMinimumBufferSize;
     readParseClock(&handle->clock);
     return ensureHandleBuffers(handle, needed);

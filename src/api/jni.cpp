@@ -111,12 +111,14 @@ int storeBarcodeCheck(JNIEnv* env, jobject result, jclass type, SVT_ParserHandle
     return storeInt(env, result, type, "barcodeValidationStatus", checkValue(*check));
 }
 
+using ParseFunction = int (*)(SVT_ParserHandle*, const void*, int);
+
 // The bytes of a direct buffer, checked against its capacity so that Java can never make
 // the library read outside it; a buffer that is not direct has no address.
-int parseBuffer(JNIEnv* env, SVT_ParserHandle* handle, jobject buffer, jint length) {
+int parseBuffer(JNIEnv* env, SVT_ParserHandle* handle, jobject buffer, jint length, ParseFunction parse = SVT_parse) {
     const void* bytes = buffer != nullptr ? env->GetDirectBufferAddress(buffer) : nullptr;
     if (bytes != nullptr && length > env->GetDirectBufferCapacity(buffer)) return orvane::kErrInvalidArgument;
-    return SVT_parse(handle, bytes, length);
+    return parse(handle, bytes, length);
 }
 
 int fillResult(JNIEnv* env, jobject result, SVT_ParserHandle* handle, jobject barcode) {
@@ -143,6 +145,47 @@ int fillResult(JNIEnv* env, jobject result, SVT_ParserHandle* handle, jobject ba
     return status;
 }
 
+// A Java byte array as the buffer of a text answer: the C function writes into the
+// array's elements, whose length is the capacity; a null array is a null buffer.
+class ByteArrayBuffer {
+  public:
+    ByteArrayBuffer(JNIEnv* env, jbyteArray array)
+        : env_(env), array_(array), bytes_(array != nullptr ? env->GetByteArrayElements(array, nullptr) : nullptr),
+          capacity_(bytes_ != nullptr ? env->GetArrayLength(array) : 0) {}
+    ~ByteArrayBuffer() {
+        if (bytes_ != nullptr) env_->ReleaseByteArrayElements(array_, bytes_, 0);
+    }
+    ByteArrayBuffer(const ByteArrayBuffer&) = delete;
+    ByteArrayBuffer& operator=(const ByteArrayBuffer&) = delete;
+
+    char* data() const { return reinterpret_cast<char*>(bytes_); }
+    int capacity() const { return capacity_; }
+
+  private:
+    JNIEnv* env_;
+    jbyteArray array_;
+    jbyte* bytes_;
+    int capacity_;
+};
+
+// The first element of an int array, which carries an answer back to Java.
+int storeFirst(JNIEnv* env, jintArray out, int value) {
+    if (out == nullptr || env->GetArrayLength(out) < 1) return orvane::kErrInvalidArgument;
+    const jint v = value;
+    env->SetIntArrayRegion(out, 0, 1, &v);
+    return kOk;
+}
+
+// An int answer of the C interface stored in out[0] when it succeeded.
+template <typename Ask>
+jint intAnswer(JNIEnv* env, jintArray out, Ask ask) {
+    if (out == nullptr || env->GetArrayLength(out) < 1) return orvane::kErrInvalidArgument;
+    int value = 0;
+    const int status = ask(&value);
+    if (status == SVT_OK) storeFirst(env, out, value);
+    return status;
+}
+
 }  // namespace
 
 extern "C" {
@@ -162,6 +205,105 @@ SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeParse(JNI
     const int status = parseBuffer(env, parser, buffer, length);
     if (status != SVT_OK) return status;
     return fillResult(env, result, parser, barcode);
+}
+
+// The lenient parse, filling the result object exactly as nativeParse does.
+SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeParseLenient(JNIEnv* env, jobject, jlong handle,
+                                                                                    jobject result, jobject buffer,
+                                                                                    jint length, jobject barcode) {
+    SVT_ParserHandle* parser = handleOf(handle);
+    const int status = parseBuffer(env, parser, buffer, length, SVT_parseLenient);
+    if (status != SVT_OK) return status;
+    return fillResult(env, result, parser, barcode);
+}
+
+// The answers about the last parse: each one C function, its text written into a Java
+// byte array and its numbers into an int array.
+SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeGetFormat(JNIEnv* env, jobject, jlong handle,
+                                                                                jintArray out) {
+    if (out == nullptr || env->GetArrayLength(out) < 2) return orvane::kErrInvalidArgument;
+    int format[2] = {0, 0};
+    const int status = SVT_getFormat(handleOf(handle), &format[0], &format[1]);
+    if (status == SVT_OK) {
+        const jint values[2] = {format[0], format[1]};
+        env->SetIntArrayRegion(out, 0, 2, values);
+    }
+    return status;
+}
+
+SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeGetFormatName(JNIEnv* env, jobject, jlong handle,
+                                                                                    jbyteArray buffer) {
+    ByteArrayBuffer text(env, buffer);
+    return SVT_getFormatName(handleOf(handle), text.data(), text.capacity());
+}
+
+SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeGetFieldCount(JNIEnv* env, jobject, jlong handle,
+                                                                                    jintArray out) {
+    return intAnswer(env, out, [&](int* value) { return SVT_getFieldCount(handleOf(handle), value); });
+}
+
+SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeGetElementCount(JNIEnv* env, jobject,
+                                                                                      jlong handle, jintArray out) {
+    return intAnswer(env, out, [&](int* value) { return SVT_getElementCount(handleOf(handle), value); });
+}
+
+SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeGetElementAt(JNIEnv* env, jobject, jlong handle,
+                                                                                   jint index, jbyteArray id,
+                                                                                   jbyteArray value) {
+    ByteArrayBuffer idText(env, id);
+    ByteArrayBuffer valueText(env, value);
+    return SVT_getElementAt(handleOf(handle), index, idText.data(), idText.capacity(), valueText.data(),
+                            valueText.capacity());
+}
+
+// The id comes NUL-terminated in its array; one without a terminator is refused.
+SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeGetElement(JNIEnv* env, jobject, jlong handle,
+                                                                                 jbyteArray id, jbyteArray value) {
+    ByteArrayBuffer idText(env, id);
+    ByteArrayBuffer valueText(env, value);
+    if (idText.data() == nullptr || idText.capacity() < 1 || idText.data()[idText.capacity() - 1] != '\0') {
+        return orvane::kErrInvalidArgument;
+    }
+    return SVT_getElement(handleOf(handle), idText.data(), valueText.data(), valueText.capacity());
+}
+
+SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeValidateCheckDigits(JNIEnv* env, jobject,
+                                                                                          jlong handle, jintArray out) {
+    return intAnswer(env, out, [&](int* value) { return SVT_validateCheckDigits(handleOf(handle), value); });
+}
+
+SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeGetCheckDigitFailures(JNIEnv* env, jobject,
+                                                                                            jlong handle,
+                                                                                            jbyteArray buffer) {
+    ByteArrayBuffer text(env, buffer);
+    return SVT_getCheckDigitFailures(handleOf(handle), text.data(), text.capacity());
+}
+
+SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeGetAge(JNIEnv* env, jobject, jlong handle,
+                                                                             jintArray out) {
+    return intAnswer(env, out, [&](int* value) { return SVT_getAge(handleOf(handle), value); });
+}
+
+SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeIsExpired(JNIEnv* env, jobject, jlong handle,
+                                                                                jintArray out) {
+    return intAnswer(env, out, [&](int* value) { return SVT_isExpired(handleOf(handle), value); });
+}
+
+SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeGetRepairs(JNIEnv* env, jobject, jlong handle,
+                                                                                 jbyteArray buffer) {
+    ByteArrayBuffer text(env, buffer);
+    return SVT_getRepairs(handleOf(handle), text.data(), text.capacity());
+}
+
+// out[0] receives the length the object needs, also when it does not fit.
+SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeGetResultJson(JNIEnv* env, jobject, jlong handle,
+                                                                                    jbyteArray buffer, jintArray out) {
+    if (out == nullptr || env->GetArrayLength(out) < 1) return orvane::kErrInvalidArgument;
+    ByteArrayBuffer text(env, buffer);
+    int length = 0;
+    const int status = SVT_getResultJson(handleOf(handle), text.data(), text.capacity(), &length);
+    if (status == SVT_OK || status == SVT_ERR_NO_ANSWER) storeFirst(env, out, length);
+    return status;
 }
 
 SVT_API JNIEXPORT jint JNICALL Java_net_orvane_scrivlet_Scrivlet_nativeGetMajorVersion(JNIEnv*, jobject) {

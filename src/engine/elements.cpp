@@ -110,6 +110,29 @@ constexpr FieldName kFieldNames[] = {
 };
 static_assert(std::size(kFieldNames) == 91);
 
+// "field" and the number of a slot a family keeps for itself. Constant, so that the id a
+// visitor is handed stays readable after the walk, as the other families' ids do.
+struct OwnNames {
+    char names[kFieldCount][9];
+};
+
+constexpr OwnNames makeOwnNames() {
+    OwnNames table{};
+    for (FieldId id = 0; id < kFieldCount; ++id) {
+        char* name = table.names[id];
+        const char prefix[] = "field";
+        int at = 0;
+        for (; prefix[at] != '\0'; ++at) name[at] = prefix[at];
+        if (id >= 100) name[at++] = static_cast<char>('0' + id / 100);
+        if (id >= 10) name[at++] = static_cast<char>('0' + id / 10 % 10);
+        name[at] = static_cast<char>('0' + id % 10);
+    }
+    return table;
+}
+
+constexpr OwnNames kOwnNames = makeOwnNames();
+static_assert(kOwnNames.names[7][5] == '7' && kOwnNames.names[139][7] == '9' && kOwnNames.names[99][7] == '\0');
+
 // The national formats whose text is AAMVA element lines.
 bool readsElementLines(uint32_t formatId) { return formatId == 56 || formatId == 57 || formatId == 60; }
 
@@ -127,16 +150,9 @@ void visitStoredFields(const ParsedRecord* record, ElementVisitor visit, void* c
         if (spanUsable(record->fields[id])) filled[count++] = Filled{record->fields[id].data, id};
     }
     std::stable_sort(filled, filled + count, [](const Filled& a, const Filled& b) { return a.at < b.at; });
-    char ownName[16];
     for (int32_t i = 0; i < count; ++i) {
         const char* name = fieldName(filled[i].id);
-        if (name == nullptr) {
-            // A slot a family keeps for itself has no shared name: "field" and its number.
-            const int32_t digits = formatInt(filled[i].id, ownName + 5, 3, 0);
-            std::copy_n("field", 5, ownName);
-            ownName[5 + digits] = '\0';
-            name = ownName;
-        }
+        if (name == nullptr) name = kOwnNames.names[filled[i].id];
         if (!visit(context, makeSpan(name), record->fields[filled[i].id])) return;
     }
 }

@@ -60,7 +60,10 @@ int32_t writeRepairNames(uint32_t repairs, char* buffer, int32_t capacity) {
     for (size_t i = 0; i < std::size(kRepairs); ++i) {
         if ((repairs >> i & 1u) == 0) continue;
         const size_t n = std::strlen(kRepairs[i].name);
-        if (at + (at > 0 ? 1 : 0) + static_cast<int64_t>(n) + 1 > capacity) return kErrNoAnswer;
+        if (at + (at > 0 ? 1 : 0) + static_cast<int64_t>(n) + 1 > capacity) {
+            buffer[0] = '\0';  // a name cut short would name no repair
+            return kErrNoAnswer;
+        }
         if (at > 0) buffer[at++] = ',';
         std::memcpy(buffer + at, kRepairs[i].name, n);
         at += static_cast<int32_t>(n);
