@@ -116,6 +116,7 @@ TEST(Results, AamvaRowsThatReadSeveralVersionsNameTheEditionOfTheHeader) {
         {42, "00", "AAMVA DL/ID (version 00)"},
         {42, nullptr, "AAMVA DL/ID 2012 or later (version 07 on)"},
         {42, "8", "AAMVA DL/ID 2012 or later (version 07 on)"},
+        {35, "80", "AAMVA DL/ID 2005 elements, Alberta, CR LF lines"},  // a misread header names no edition
         {43, "08", "AAMVA DL/ID 2013 (version 08), short header"},
         {45, "09", "AAMVA DL/ID 2016 (version 09), Canada, line-feed header"},
         {35, "03", "AAMVA DL/ID 2005 (version 03), Alberta, CR LF lines"},

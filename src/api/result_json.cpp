@@ -159,20 +159,48 @@ void writeRepairs(JsonSink& out, ParserHandle* handle, char* answer) {
     out.put(']');
 }
 
+// Three-character element ids, a letter and two letters or digits, as a bit each.
+constexpr int32_t kElementIdBits = 26 * 36 * 36;
+
+int32_t letterOrDigit(char c) { return isAsciiUpper(static_cast<unsigned char>(c)) ? c - 'A' : isAsciiDigit(static_cast<unsigned char>(c)) ? 26 + c - '0' : -1; }
+
+// The bit of an AAMVA element id, or -1 for any other name.
+int32_t elementIdBit(TextSpan id) {
+    if (id.length != 3 || !isAsciiUpper(static_cast<unsigned char>(id.data[0]))) return -1;
+    const int32_t second = letterOrDigit(id.data[1]);
+    const int32_t third = letterOrDigit(id.data[2]);
+    if (second < 0 || third < 0) return -1;
+    return ((id.data[0] - 'A') * 36 + second) * 36 + third;
+}
+
 // The elements as members of one object; an id the document repeats keeps its first value.
+// Element ids are remembered in a bit set, however many the text holds; the other names
+// (zone fields, the record's fields) are few.
 struct ElementWriter {
     JsonSink* out;
+    uint64_t seenIds[(kElementIdBits + 63) / 64];
     TextSpan seen[kMostElementIds];
     int32_t seenCount;
     bool first;
 };
 
-bool writeElement(void* context, TextSpan id, TextSpan value) {
-    ElementWriter& w = *static_cast<ElementWriter*>(context);
+bool alreadyWritten(ElementWriter& w, TextSpan id) {
+    const int32_t bit = elementIdBit(id);
+    if (bit >= 0) {
+        const bool seen = (w.seenIds[bit / 64] >> (bit % 64) & 1) != 0;
+        w.seenIds[bit / 64] |= uint64_t{1} << (bit % 64);
+        return seen;
+    }
     for (int32_t i = 0; i < w.seenCount; ++i) {
         if (spanCompare(w.seen[i], id, 0) == 0) return true;
     }
     if (w.seenCount < kMostElementIds) w.seen[w.seenCount++] = id;
+    return false;
+}
+
+bool writeElement(void* context, TextSpan id, TextSpan value) {
+    ElementWriter& w = *static_cast<ElementWriter*>(context);
+    if (alreadyWritten(w, id)) return true;
     if (!w.first) w.out->put(',');
     w.first = false;
     w.out->string(id);
@@ -184,7 +212,7 @@ bool writeElement(void* context, TextSpan id, TextSpan value) {
 void writeElements(JsonSink& out, const ParserHandle* handle) {
     out.member("elements");
     out.put('{');
-    ElementWriter writer{&out, {}, 0, true};
+    ElementWriter writer{&out, {}, {}, 0, true};
     visitElements(&handle->record, TextSpan{handle->keptText, handle->keptLength}, writeElement, &writer);
     out.put('}');
 }

@@ -87,9 +87,17 @@ int32_t appendText(char* buffer, int32_t room, int32_t at, const char* text) {
     return at;
 }
 
-bool isTwoDigits(TextSpan version) {
-    return version.length == 2 && version.data[0] >= '0' && version.data[0] <= '9' && version.data[1] >= '0' &&
-           version.data[1] <= '9';
+// A version the header may truly hold; a misread header gives others, and then the
+// row's own name stands.
+constexpr int32_t kLatestVersion = 19;
+
+bool isPlausibleVersion(TextSpan version) {
+    if (version.length != 2 || version.data[0] < '0' || version.data[0] > '9' || version.data[1] < '0' ||
+        version.data[1] > '9') {
+        return false;
+    }
+    const int32_t number = (version.data[0] - '0') * 10 + (version.data[1] - '0');
+    return number <= kLatestVersion;
 }
 
 // "AAMVA DL/ID 2013 (version 08)" and the row's own words, from the version read.
@@ -125,7 +133,7 @@ int32_t answerFormatName(const ParsedRecord* record, char* buffer, int32_t capac
     if (record->formatId == kNoFormatId || row == nullptr) return kErrNoAnswer;
     TextSpan version;
     int32_t length = 0;
-    if (row->edition != nullptr && readField(record, field::aamvaVersion, &version) == kOk && isTwoDigits(version)) {
+    if (row->edition != nullptr && readField(record, field::aamvaVersion, &version) == kOk && isPlausibleVersion(version)) {
         length = writeEdition(*row, version, buffer, capacity - 1);
     } else {
         length = appendText(buffer, capacity - 1, 0, row->name);
