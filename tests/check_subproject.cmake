@@ -14,7 +14,7 @@ if(NOT status EQUAL 0)
 endif()
 file(STRINGS ${WORK}/CMakeCache.txt cache REGEX "^(ORVANE_BUILD_[A-Z]+|CMAKE_BUILD_TYPE):")
 foreach(expected "ORVANE_BUILD_TESTS:BOOL=OFF" "ORVANE_BUILD_TOOLS:BOOL=OFF" "ORVANE_BUILD_BENCH:BOOL=OFF"
-                 "CMAKE_BUILD_TYPE:STRING=")
+                 "ORVANE_BUILD_PYTHON:BOOL=OFF" "CMAKE_BUILD_TYPE:STRING=")
   list(FIND cache "${expected}" at)
   if(at EQUAL -1)
     message(FATAL_ERROR "the parent project's cache lacks ${expected}: ${cache}")
