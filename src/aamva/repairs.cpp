@@ -148,8 +148,10 @@ struct ElementSplitter {
     }
     bool startsElement(int32_t at) {
         if (body.data[at - 1] == '\n' || !isCandidate(at)) return false;
+        // A value is never so long that its end lies further than this.
+        constexpr int32_t kLongestValue = 256;
         int32_t next = at + 3;
-        while (next < body.length && !isCandidate(next)) ++next;
+        while (next < body.length && next - at < kLongestValue && !isCandidate(next)) ++next;
         if (next == at + 3) return false;
         const unsigned char first = static_cast<unsigned char>(body.data[at + 3]);
         if (!isAsciiAlnum(first) && first != ' ') return false;
@@ -235,20 +237,27 @@ int32_t repairElementSeparators(TextSpan in, char* out, int32_t room) {
 
 int32_t repairSlashDates(TextSpan in, char* out, int32_t room) {
     const int32_t start = elementLinesStart(in);
-    if (start < 0 || in.length > room) return -1;
-    std::memcpy(out, in.data, static_cast<size_t>(in.length));
-    int32_t n = in.length;
+    if (start < 0 || start > room) return -1;
+    std::memcpy(out, in.data, static_cast<size_t>(start));
+    int32_t n = start;
     bool repaired = false;
-    for (int32_t at = start; at + 13 <= n; ++at) {
-        const bool lineStart = at == start || out[at - 1] == '\n' || out[at - 1] == '\r' || out[at - 1] == 0x1E ||
-                               (at >= start + 2 && (std::memcmp(out + at - 2, "DL", 2) == 0 || std::memcmp(out + at - 2, "ID", 2) == 0));
-        if (!lineStart || !isDateElement(out + at)) continue;
+    for (int32_t at = start; at < in.length;) {
+        const bool lineStart = at == start || in.data[at - 1] == '\n' || in.data[at - 1] == '\r' || in.data[at - 1] == 0x1E ||
+                               (at >= start + 2 && (std::memcmp(in.data + at - 2, "DL", 2) == 0 ||
+                                                    std::memcmp(in.data + at - 2, "ID", 2) == 0));
         char digits[8];
-        if (!readSeparatedDate(TextSpan{out + at + 3, n - at - 3}, digits)) continue;
-        std::memcpy(out + at + 3, digits, 8);
-        std::memmove(out + at + 11, out + at + 13, static_cast<size_t>(n - at - 13));
-        n -= 2;
-        repaired = true;
+        if (lineStart && at + 13 <= in.length && isDateElement(in.data + at) &&
+            readSeparatedDate(TextSpan{in.data + at + 3, in.length - at - 3}, digits)) {
+            if (n + 11 > room) return -1;
+            std::memcpy(out + n, in.data + at, 3);
+            std::memcpy(out + n + 3, digits, 8);
+            n += 11;
+            at += 13;
+            repaired = true;
+            continue;
+        }
+        if (n >= room) return -1;
+        out[n++] = in.data[at++];
     }
     return repaired ? n : -1;
 }

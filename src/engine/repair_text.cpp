@@ -44,6 +44,8 @@ bool looksLikeAamva(TextSpan text) {
     return at >= 0 && (spanFind(head, makeSpan("ANSI")) > at || spanFind(head, makeSpan("AAMVA")) > at);
 }
 
+bool isHigh(char c) { return static_cast<unsigned char>(c) >= 0x80; }
+
 }  // namespace
 
 // Cards hold Latin-1; apps hand over UTF-8. A byte-order mark goes, characters beyond
@@ -81,16 +83,31 @@ int32_t repairSymbologyIdentifier(TextSpan in, char* out, int32_t room) {
     return n;
 }
 
-// An AAMVA barcode holds ASCII only; bytes from 0x80 up in one are noise a reader added.
+// Readers and apps put bytes from 0x80 up into AAMVA text, which holds ASCII: control
+// bytes 0x80-0x9F anywhere, other high bytes in the header and inside element ids (among
+// a line's first three other characters). Those go; a value's Latin-1 letters stay.
 int32_t repairStrayHighBytes(TextSpan in, char* out, int32_t room) {
-    bool high = false;
-    for (int32_t i = 0; i < in.length && !high; ++i) high = static_cast<unsigned char>(in.data[i]) >= 0x80;
-    if (!high) return -1;
+    const TextSpan head{in.data, in.length < 64 ? in.length : 64};
+    int32_t headerEnd = spanFind(head, makeSpan("ANSI"));
+    if (headerEnd < 0) headerEnd = spanFind(head, makeSpan("AAMVA"));
     int32_t n = 0;
+    int32_t lineChars = 0;  // the line's characters so far, high ones left out
+    bool dropped = false;
     for (int32_t i = 0; i < in.length && n < room; ++i) {
-        if (static_cast<unsigned char>(in.data[i]) < 0x80) out[n++] = in.data[i];
+        const char c = in.data[i];
+        if (c == '\n' || c == '\r') lineChars = -1;
+        if (isHigh(c)) {
+            const bool control = static_cast<unsigned char>(c) < 0xA0;
+            if (control || i < headerEnd || lineChars < 3) {
+                dropped = true;
+                continue;
+            }
+        } else {
+            ++lineChars;
+        }
+        out[n++] = c;
     }
-    if (!looksLikeAamva(TextSpan{out, n})) return -1;
+    if (!dropped || !looksLikeAamva(TextSpan{out, n})) return -1;
     return n;
 }
 
