@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "aamva/repairs.h"
+#include "documents/zone_lines.h"
 #include "engine/status.h"
 
 namespace orvane {
@@ -22,6 +23,8 @@ constexpr Repair kRepairs[] = {
     {"line-indents", repairLineIndents, true},
     {"element-separators", repairElementSeparators, true},
     {"slash-dates", repairSlashDates, true},
+    // A machine-readable zone's lines out of the OCR text: other lines are no layout's own.
+    {"zone-lines", repairZoneLines, true},
 };
 static_assert(std::size(kRepairs) <= 32, "a repair's bit must fit the mask");
 

@@ -1,0 +1,260 @@
+#include "documents/zone_lines.h"
+
+#include <cstring>
+
+#include "documents/mrz.h"
+#include "fields/text.h"
+
+namespace orvane {
+namespace {
+
+constexpr int32_t kMostJunkAfterLine = 20;  // characters cut after a line of the zone
+constexpr int32_t kMostFillersLost = 8;     // fillers put back at the end of a name line
+constexpr int32_t kMostOtherCharacters = 8; // punctuation a zone line may carry besides blanks
+
+// The lines of a layout as they are found; a layout can also come on one line.
+struct Shape {
+    int32_t lineCount;
+    int32_t lengths[3];
+    int32_t nameLine;  // the line that ends with the names, which may lose fillers; or -1
+};
+
+constexpr Shape kShapes[] = {
+    {2, {44, 44, 0}, 0}, {3, {30, 30, 30}, 2}, {2, {36, 36, 0}, 0}, {3, {9, 30, 30}, 2},
+    {1, {88, 0, 0}, -1}, {1, {90, 0, 0}, -1}, {1, {72, 0, 0}, -1}, {1, {30, 0, 0}, -1},
+};
+
+struct Line {
+    int32_t from;
+    int32_t to;
+    int32_t zoneCharacters;  // -1 for a line that is no zone line
+    char last;               // its last zone character, capitalised
+};
+
+bool isZoneByte(char c) {
+    const unsigned char u = static_cast<unsigned char>(c);
+    return isAsciiAlnum(u) || c == '<';
+}
+
+// OCR writes "?" for a character it could not read; it keeps that character's place.
+bool holdsAPlace(char c) { return isZoneByte(c) || c == '?'; }
+
+char asZoneCharacter(char c) { return c == '?' ? '<' : toAsciiUpper(c); }
+
+Line measureLine(TextSpan text, int32_t from, int32_t to) {
+    Line line{from, to, 0, '\0'};
+    int32_t others = 0;
+    for (int32_t i = from; i < to; ++i) {
+        const char c = text.data[i];
+        if (holdsAPlace(c)) {
+            ++line.zoneCharacters;
+            line.last = asZoneCharacter(c);
+        } else if (!isAsciiSpace(static_cast<unsigned char>(c))) {
+            ++others;
+        }
+    }
+    if (others > kMostOtherCharacters) line.zoneCharacters = -1;
+    return line;
+}
+
+// The first n zone characters of the line, capitalised, an unread one as a filler;
+// returns how many there were.
+int32_t copyZoneCharacters(TextSpan text, const Line& line, char* out, int32_t n) {
+    int32_t copied = 0;
+    for (int32_t i = line.from; i < line.to && copied < n; ++i) {
+        if (holdsAPlace(text.data[i])) out[copied++] = asZoneCharacter(text.data[i]);
+    }
+    return copied;
+}
+
+struct Candidate {
+    FoundZone zone;
+    int32_t exactLines;
+    bool found;
+};
+
+// Whether the lines make a zone of the shape, and whether it is better than the best so far:
+// more lines of their exact length, then the longer zone; of equals, the first found.
+void tryShape(TextSpan text, const Line* lines, const Shape& shape, Candidate* best) {
+    int32_t exact = 0;
+    for (int32_t i = 0; i < shape.lineCount; ++i) {
+        const int32_t have = lines[i].zoneCharacters;
+        const int32_t want = shape.lengths[i];
+        if (have < 0) return;
+        if (have == want) {
+            ++exact;
+        } else if (have > want) {
+            if (shape.lineCount == 1 || have - want > kMostJunkAfterLine) return;
+        } else if (i != shape.nameLine || want - have > kMostFillersLost || lines[i].last != '<') {
+            return;
+        }
+    }
+    if (exact == 0) return;
+    FoundZone zone{};
+    for (int32_t i = 0; i < shape.lineCount; ++i) {
+        int32_t n = copyZoneCharacters(text, lines[i], zone.text + zone.length, shape.lengths[i]);
+        while (n < shape.lengths[i]) zone.text[zone.length + n++] = '<';
+        zone.length += n;
+    }
+    zone.kind = zoneKindOf(zone.text, zone.length);
+    if (zone.kind == ZoneKind::None || std::memchr(zone.text, '<', static_cast<size_t>(zone.length)) == nullptr) return;
+    if (best->found && (exact < best->exactLines || (exact == best->exactLines && zone.length <= best->zone.length))) {
+        return;
+    }
+    *best = Candidate{zone, exact, true};
+}
+
+int32_t lineLengthsOf(ZoneKind kind, int32_t* lengths) {
+    switch (kind) {
+        case ZoneKind::Passport:
+        case ZoneKind::VisaLong:
+            lengths[0] = lengths[1] = 44;
+            return 2;
+        case ZoneKind::Td1:
+            lengths[0] = lengths[1] = lengths[2] = 30;
+            return 3;
+        case ZoneKind::Td2:
+        case ZoneKind::VisaShort:
+        case ZoneKind::FrenchIdentityCard:
+            lengths[0] = lengths[1] = 36;
+            return 2;
+        case ZoneKind::SwissDrivingLicence:
+            lengths[0] = 9;
+            lengths[1] = lengths[2] = 30;
+            return 3;
+        case ZoneKind::FrenchDrivingLicence:
+            lengths[0] = 30;
+            return 1;
+        case ZoneKind::None:
+            break;
+    }
+    return 0;
+}
+
+// Whether the text's zone characters, capitalised, are the zone's: then the framing alone
+// makes the zone of the text.
+bool holdsTheZoneAlone(TextSpan text, const FoundZone& zone) {
+    int32_t n = 0;
+    for (int32_t i = 0; i < text.length; ++i) {
+        if (!isZoneByte(text.data[i])) continue;
+        if (n == zone.length || toAsciiUpper(text.data[i]) != zone.text[n]) return false;
+        ++n;
+    }
+    return n == zone.length;
+}
+
+bool lettersAt(const char* zone, int32_t at, const char* word) {
+    for (int32_t i = 0; word[i] != '\0'; ++i) {
+        if (letterLookAlike(zone[at + i]) != word[i]) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+char letterLookAlike(char c) {
+    switch (c) {
+        case '0': return 'O';
+        case '1': return 'I';
+        case '2': return 'Z';
+        case '5': return 'S';
+        case '6': return 'G';
+        case '8': return 'B';
+        default: return c;
+    }
+}
+
+char digitLookAlike(char c) {
+    switch (c) {
+        case 'O':
+        case 'D':
+        case 'Q': return '0';
+        case 'I':
+        case 'L': return '1';
+        case 'Z': return '2';
+        case 'S': return '5';
+        case 'G': return '6';
+        case 'B': return '8';
+        default: return c;
+    }
+}
+
+ZoneKind zoneKindOf(const char* zone, int32_t length) {
+    if (zone == nullptr || length < 2) return ZoneKind::None;
+    const char first = letterLookAlike(zone[0]);
+    const char second = letterLookAlike(zone[1]);
+    switch (length) {
+        case 88:
+            return first == 'P' ? ZoneKind::Passport : first == 'V' ? ZoneKind::VisaLong : ZoneKind::None;
+        case 90:
+            return isMrzCardType(first, second) ? ZoneKind::Td1 : ZoneKind::None;
+        case 72:
+            if (first == 'V') return ZoneKind::VisaShort;
+            if (lettersAt(zone, 0, "IDFRA")) return ZoneKind::FrenchIdentityCard;
+            return isMrzCardType(first, second) ? ZoneKind::Td2 : ZoneKind::None;
+        case 69:
+            return letterLookAlike(zone[9]) == 'F' && lettersAt(zone, 11, "CHE") ? ZoneKind::SwissDrivingLicence
+                                                                                  : ZoneKind::None;
+        case 30:
+            if (first == 'D' && isAsciiDigit(static_cast<unsigned char>(digitLookAlike(zone[1]))) &&
+                lettersAt(zone, 2, "FRA")) {
+                return ZoneKind::FrenchDrivingLicence;
+            }
+            return ZoneKind::None;
+        default:
+            return ZoneKind::None;
+    }
+}
+
+bool findZone(TextSpan text, FoundZone* zone) {
+    if (text.data == nullptr || text.length < 1 || zone == nullptr) return false;
+    Line window[3]{};
+    int32_t held = 0;
+    Candidate best{};
+    int32_t from = 0;
+    for (int32_t i = 0; i <= text.length; ++i) {
+        if (i < text.length && text.data[i] != '\n' && text.data[i] != '\r') continue;
+        const Line line = measureLine(text, from, i);
+        from = i + 1;
+        if (line.zoneCharacters == 0) continue;  // blank lines and rules of dashes stand between lines
+        if (held == 3) {
+            window[0] = window[1];
+            window[1] = window[2];
+            --held;
+        }
+        window[held++] = line;
+        if (line.zoneCharacters < 0) continue;
+        for (const Shape& shape : kShapes) {
+            if (held >= shape.lineCount) tryShape(text, window + held - shape.lineCount, shape, &best);
+        }
+    }
+    if (!best.found) return false;
+    *zone = best.zone;
+    return true;
+}
+
+int32_t writeZoneLines(const FoundZone& zone, char* out, int32_t room) {
+    int32_t lengths[3] = {};
+    const int32_t lines = lineLengthsOf(zone.kind, lengths);
+    if (lines == 0 || out == nullptr || lengths[0] + lengths[1] + lengths[2] != zone.length ||
+        zone.length + lines - 1 > room) {
+        return -1;
+    }
+    int32_t n = 0;
+    int32_t at = 0;
+    for (int32_t i = 0; i < lines; ++i) {
+        if (i > 0) out[n++] = '\n';
+        std::memcpy(out + n, zone.text + at, static_cast<size_t>(lengths[i]));
+        n += lengths[i];
+        at += lengths[i];
+    }
+    return n;
+}
+
+int32_t repairZoneLines(TextSpan in, char* out, int32_t room) {
+    FoundZone zone{};
+    if (!findZone(in, &zone) || holdsTheZoneAlone(in, zone)) return -1;
+    return writeZoneLines(zone, out, room);
+}
+
+}  // namespace orvane
