@@ -1,6 +1,8 @@
 // Finding a zone's lines in what OCR apps hand over, and the repair that keeps them alone.
 #include "documents/zone_lines.h"
 
+#include "documents/zone_ocr.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -15,6 +17,7 @@ const std::string kFirst = "P<UTOERIKSSON<<ANNA<MARIA<<<<<<<<<<<<<<<<<<<";
 const std::string kSecond = "L898902C36UTO7408122F1204159ZE184226B<<<<<10";
 const std::string kPassport = kFirst + "\n" + kSecond;
 const std::string kCard = "I<UTOD231458907<<<<<<<<<<<<<<<\n7408122F1204159UTO<<<<<<<<<<<6\nERIKSSON<<ANNA<MARIA<<<<<<<<<<";
+const std::string kMisreadCard = "1<UTOD231458907<<<<<<<<<<<<<<<\n7408122F1204159UTO<<<<<<<<<<<9\nERIKSSON<<ANNA<MARIA<<<<<<<<<<";
 const std::string kSwissLicence = "ABC123D<<\nFACHE123456789001<<850315<<<<<\nMUSTER<<PETRA<ANNA<<<<<<<<<<<<";
 const std::string kFrenchLicence = "D1FRA12AB345675310615EXEMPLE<3";
 
@@ -40,6 +43,7 @@ TEST(ZoneLines, FoundAmongWhatOcrGives) {
         {"a Swiss licence", "x\n" + kSwissLicence, kSwissLicence, true},
         {"a French licence", kFrenchLicence + "\n", kFrenchLicence, false},
         {"the best of two: the whole card", kCard + "\n" + kFrenchLicence, kCard, true},
+        {"an opening misread, and digits that do not hold", "x\n" + kMisreadCard, kMisreadCard, false},
         {"no line of its exact length", kFirst.substr(0, 40) + "\n" + kSecond + "<<", "", false},
         {"both lines too long", kFirst + "xx\n" + kSecond + "yy", "", false},
         {"too much junk after a line", kFirst + "and twenty-one more chars\n" + kSecond, "", false},

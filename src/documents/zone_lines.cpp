@@ -131,23 +131,40 @@ int32_t lineLengthsOf(ZoneKind kind, int32_t* lengths) {
     return 0;
 }
 
-// Whether the text's zone characters, capitalised, are the zone's: then the framing alone
-// makes the zone of the text.
-bool holdsTheZoneAlone(TextSpan text, const FoundZone& zone) {
-    int32_t n = 0;
-    for (int32_t i = 0; i < text.length; ++i) {
-        if (!isZoneByte(text.data[i])) continue;
-        if (n == zone.length || toAsciiUpper(text.data[i]) != zone.text[n]) return false;
-        ++n;
-    }
-    return n == zone.length;
-}
-
-bool lettersAt(const char* zone, int32_t at, const char* word) {
+bool lettersAt(const char* zone, int32_t at, const char* word, bool lookAlikes) {
     for (int32_t i = 0; word[i] != '\0'; ++i) {
-        if (letterLookAlike(zone[at + i]) != word[i]) return false;
+        if ((lookAlikes ? letterLookAlike(zone[at + i]) : zone[at + i]) != word[i]) return false;
     }
     return true;
+}
+
+ZoneKind kindOf(const char* zone, int32_t length, bool lookAlikes) {
+    if (zone == nullptr || length < 2) return ZoneKind::None;
+    const auto letter = [lookAlikes](char c) { return lookAlikes ? letterLookAlike(c) : c; };
+    const char first = letter(zone[0]);
+    const char second = letter(zone[1]);
+    switch (length) {
+        case 88:
+            return first == 'P' ? ZoneKind::Passport : first == 'V' ? ZoneKind::VisaLong : ZoneKind::None;
+        case 90:
+            return isMrzCardType(first, second) ? ZoneKind::Td1 : ZoneKind::None;
+        case 72:
+            if (first == 'V') return ZoneKind::VisaShort;
+            if (lettersAt(zone, 0, "IDFRA", lookAlikes)) return ZoneKind::FrenchIdentityCard;
+            return isMrzCardType(first, second) ? ZoneKind::Td2 : ZoneKind::None;
+        case 69:
+            return letter(zone[9]) == 'F' && lettersAt(zone, 11, "CHE", lookAlikes) ? ZoneKind::SwissDrivingLicence
+                                                                                     : ZoneKind::None;
+        case 30: {
+            const char place = lookAlikes ? digitLookAlike(zone[1]) : zone[1];
+            if (first == 'D' && isAsciiDigit(static_cast<unsigned char>(place)) && lettersAt(zone, 2, "FRA", lookAlikes)) {
+                return ZoneKind::FrenchDrivingLicence;
+            }
+            return ZoneKind::None;
+        }
+        default:
+            return ZoneKind::None;
+    }
 }
 
 }  // namespace
@@ -179,32 +196,9 @@ char digitLookAlike(char c) {
     }
 }
 
-ZoneKind zoneKindOf(const char* zone, int32_t length) {
-    if (zone == nullptr || length < 2) return ZoneKind::None;
-    const char first = letterLookAlike(zone[0]);
-    const char second = letterLookAlike(zone[1]);
-    switch (length) {
-        case 88:
-            return first == 'P' ? ZoneKind::Passport : first == 'V' ? ZoneKind::VisaLong : ZoneKind::None;
-        case 90:
-            return isMrzCardType(first, second) ? ZoneKind::Td1 : ZoneKind::None;
-        case 72:
-            if (first == 'V') return ZoneKind::VisaShort;
-            if (lettersAt(zone, 0, "IDFRA")) return ZoneKind::FrenchIdentityCard;
-            return isMrzCardType(first, second) ? ZoneKind::Td2 : ZoneKind::None;
-        case 69:
-            return letterLookAlike(zone[9]) == 'F' && lettersAt(zone, 11, "CHE") ? ZoneKind::SwissDrivingLicence
-                                                                                  : ZoneKind::None;
-        case 30:
-            if (first == 'D' && isAsciiDigit(static_cast<unsigned char>(digitLookAlike(zone[1]))) &&
-                lettersAt(zone, 2, "FRA")) {
-                return ZoneKind::FrenchDrivingLicence;
-            }
-            return ZoneKind::None;
-        default:
-            return ZoneKind::None;
-    }
-}
+ZoneKind zoneKindOf(const char* zone, int32_t length) { return kindOf(zone, length, true); }
+
+bool opensAsWritten(const FoundZone& zone) { return kindOf(zone.text, zone.length, false) == zone.kind; }
 
 bool findZone(TextSpan text, FoundZone* zone) {
     if (text.data == nullptr || text.length < 1 || zone == nullptr) return false;
@@ -251,10 +245,14 @@ int32_t writeZoneLines(const FoundZone& zone, char* out, int32_t room) {
     return n;
 }
 
-int32_t repairZoneLines(TextSpan in, char* out, int32_t room) {
-    FoundZone zone{};
-    if (!findZone(in, &zone) || holdsTheZoneAlone(in, zone)) return -1;
-    return writeZoneLines(zone, out, room);
+bool holdsTheZoneAlone(TextSpan text, const FoundZone& zone) {
+    int32_t n = 0;
+    for (int32_t i = 0; i < text.length; ++i) {
+        if (!isZoneByte(text.data[i])) continue;
+        if (n == zone.length || toAsciiUpper(text.data[i]) != zone.text[n]) return false;
+        ++n;
+    }
+    return n == zone.length;
 }
 
 }  // namespace orvane

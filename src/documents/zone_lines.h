@@ -40,6 +40,8 @@ char digitLookAlike(char c);
 // The layout of zone characters, lines joined; the opening letters may be digits that look
 // like them, as OCR leaves them.
 ZoneKind zoneKindOf(const char* zone, int32_t length);
+// Whether the zone opens with its layout's own letters, not with digits that look like them.
+bool opensAsWritten(const FoundZone& zone);
 
 // Looks for the lines of a zone in text: lines that hold zone characters (blanks and
 // other characters inside them dropped, letters capitalised, a "?" kept in its place as
@@ -53,8 +55,8 @@ bool findZone(TextSpan text, FoundZone* zone);
 // when it does not fit.
 int32_t writeZoneLines(const FoundZone& zone, char* out, int32_t room);
 
-// The repair: the zone's lines alone, when the text holds more than the zone's characters
-// or fewer of them than the zone.
-int32_t repairZoneLines(TextSpan in, char* out, int32_t room);
+// Whether the text's zone characters, capitalised, are the zone's: then the framing alone
+// makes the zone of the text.
+bool holdsTheZoneAlone(TextSpan text, const FoundZone& zone);
 
 }  // namespace orvane

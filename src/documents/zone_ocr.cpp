@@ -245,6 +245,14 @@ bool correctZoneLookAlikes(const FoundZone& zone, FoundZone* corrected) {
     return true;
 }
 
+int32_t repairZoneLines(TextSpan in, char* out, int32_t room) {
+    FoundZone zone{};
+    FoundZone corrected{};
+    if (!findZone(in, &zone) || holdsTheZoneAlone(in, zone)) return -1;
+    if (!opensAsWritten(zone) && !correctZoneLookAlikes(zone, &corrected)) return -1;
+    return writeZoneLines(zone, out, room);
+}
+
 int32_t repairZoneDocumentCode(TextSpan in, char* out, int32_t room) { return repairPart(in, out, room, DocumentCode); }
 int32_t repairZoneIssuingState(TextSpan in, char* out, int32_t room) { return repairPart(in, out, room, IssuingState); }
 int32_t repairZoneNames(TextSpan in, char* out, int32_t room) { return repairPart(in, out, room, Names); }

@@ -1,4 +1,5 @@
-// Corrects the characters OCR takes for one another in a machine-readable zone (0 and O,
+// The repairs of a machine-readable zone as OCR reads it. The first keeps the zone's lines
+// alone (see findZone). The others correct the characters OCR takes for one another (0 and O,
 // 1 and I, 2 and Z, 5 and S, 6 and G, 8 and B): digits where the layout has digits (dates,
 // check digits), letters where it has letters (codes, names), and where it has either
 // (document numbers, optional data) the one choice that makes the field's own check digit
@@ -18,6 +19,12 @@ namespace orvane {
 // digits or when no correction makes every digit hold (a zone whose digits hold as it
 // stands is given back unchanged, with true).
 bool correctZoneLookAlikes(const FoundZone& zone, FoundZone* corrected);
+
+// The zone's lines alone, when the text holds more than the zone's characters or fewer of
+// them than the zone, and the zone opens with its layout's letters or its look-alikes
+// are corrected: a zone opening with a digit is left alone, which readers of other
+// families would take for theirs.
+int32_t repairZoneLines(TextSpan in, char* out, int32_t room);
 
 int32_t repairZoneDocumentCode(TextSpan in, char* out, int32_t room);
 int32_t repairZoneIssuingState(TextSpan in, char* out, int32_t room);

@@ -4,7 +4,6 @@
 #include <iterator>
 
 #include "aamva/repairs.h"
-#include "documents/zone_lines.h"
 #include "documents/zone_ocr.h"
 #include "engine/status.h"
 
