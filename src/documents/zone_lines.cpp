@@ -31,38 +31,61 @@ struct Line {
     char last;               // its last zone character, capitalised
 };
 
-bool isZoneByte(char c) {
-    const unsigned char u = static_cast<unsigned char>(c);
-    return isAsciiAlnum(u) || c == '<';
+// What a byte is in a zone line: the zone character it stands for (letters capitalised;
+// "?", which OCR writes for a character it could not read, keeps that place as a filler),
+// a blank, or another character.
+constexpr char kBlankByte = 0;
+constexpr char kOtherByte = 1;
+
+struct ByteMeanings {
+    char of[256];
+};
+
+constexpr ByteMeanings meaningsOfBytes() {
+    ByteMeanings m{};
+    for (int c = 0; c < 256; ++c) {
+        char meaning = kOtherByte;
+        if (isAsciiSpace(c)) meaning = kBlankByte;
+        if (isAsciiUpper(c) || isAsciiDigit(c) || c == '<') meaning = static_cast<char>(c);
+        if (isAsciiLower(c)) meaning = static_cast<char>(c - 'a' + 'A');
+        if (c == '?') meaning = '<';
+        m.of[c] = meaning;
+    }
+    return m;
 }
 
-// OCR writes "?" for a character it could not read; it keeps that character's place.
-bool holdsAPlace(char c) { return isZoneByte(c) || c == '?'; }
+constexpr ByteMeanings kMeanings = meaningsOfBytes();
 
-char asZoneCharacter(char c) { return c == '?' ? '<' : toAsciiUpper(c); }
+char meaningOf(char c) { return kMeanings.of[static_cast<unsigned char>(c)]; }
+bool holdsAPlace(char meaning) { return meaning != kBlankByte && meaning != kOtherByte; }
 
-Line measureLine(TextSpan text, int32_t from, int32_t to) {
-    Line line{from, to, 0, '\0'};
+// The line from index from up to its line break or the end of the text.
+Line measureLine(TextSpan text, int32_t from) {
+    Line line{from, from, 0, '\0'};
     int32_t others = 0;
-    for (int32_t i = from; i < to; ++i) {
+    int32_t i = from;
+    for (; i < text.length; ++i) {
         const char c = text.data[i];
-        if (holdsAPlace(c)) {
+        if (c == '\n' || c == '\r') break;
+        const char meaning = meaningOf(c);
+        if (holdsAPlace(meaning)) {
             ++line.zoneCharacters;
-            line.last = asZoneCharacter(c);
-        } else if (!isAsciiSpace(static_cast<unsigned char>(c))) {
+            line.last = meaning;
+        } else if (meaning == kOtherByte) {
             ++others;
         }
     }
+    line.to = i;
     if (others > kMostOtherCharacters) line.zoneCharacters = -1;
     return line;
 }
 
-// The first n zone characters of the line, capitalised, an unread one as a filler;
-// returns how many there were.
+// The first n zone characters of the line; returns how many there were.
 int32_t copyZoneCharacters(TextSpan text, const Line& line, char* out, int32_t n) {
     int32_t copied = 0;
     for (int32_t i = line.from; i < line.to && copied < n; ++i) {
-        if (holdsAPlace(text.data[i])) out[copied++] = asZoneCharacter(text.data[i]);
+        const char meaning = meaningOf(text.data[i]);
+        if (holdsAPlace(meaning)) out[copied++] = meaning;
     }
     return copied;
 }
@@ -90,18 +113,24 @@ void tryShape(TextSpan text, const Line* lines, const Shape& shape, Candidate* b
         }
     }
     if (exact == 0) return;
-    FoundZone zone{};
-    for (int32_t i = 0; i < shape.lineCount; ++i) {
-        int32_t n = copyZoneCharacters(text, lines[i], zone.text + zone.length, shape.lengths[i]);
-        while (n < shape.lengths[i]) zone.text[zone.length + n++] = '<';
-        zone.length += n;
-    }
-    zone.kind = zoneKindOf(zone.text, zone.length);
-    if (zone.kind == ZoneKind::None || std::memchr(zone.text, '<', static_cast<size_t>(zone.length)) == nullptr) return;
-    if (best->found && (exact < best->exactLines || (exact == best->exactLines && zone.length <= best->zone.length))) {
+    const int32_t length = shape.lengths[0] + shape.lengths[1] + shape.lengths[2];
+    if (best->found && (exact < best->exactLines || (exact == best->exactLines && length <= best->zone.length))) {
         return;
     }
-    *best = Candidate{zone, exact, true};
+    char joined[kLongestZoneText];
+    int32_t at = 0;
+    for (int32_t i = 0; i < shape.lineCount; ++i) {
+        int32_t n = copyZoneCharacters(text, lines[i], joined + at, shape.lengths[i]);
+        while (n < shape.lengths[i]) joined[at + n++] = '<';
+        at += n;
+    }
+    const ZoneKind kind = zoneKindOf(joined, length);
+    if (kind == ZoneKind::None || std::memchr(joined, '<', static_cast<size_t>(length)) == nullptr) return;
+    std::memcpy(best->zone.text, joined, static_cast<size_t>(length));
+    best->zone.length = length;
+    best->zone.kind = kind;
+    best->exactLines = exact;
+    best->found = true;
 }
 
 int32_t lineLengthsOf(ZoneKind kind, int32_t* lengths) {
@@ -129,6 +158,39 @@ int32_t lineLengthsOf(ZoneKind kind, int32_t* lengths) {
             break;
     }
     return 0;
+}
+
+// A text that is a zone's lines and nothing else, as a clean scan or writeZoneLines gives
+// it: capitals, digits and fillers in lines of the layout's lengths, each ended by a line
+// feed (the last one may have none), or the whole zone on one line. The search below finds
+// the same zone in it, at several times the cost.
+bool readBareLines(TextSpan text, FoundZone* zone) {
+    int32_t lengths[3] = {};
+    int32_t lines = 0;
+    int32_t n = 0;
+    int32_t lineStart = 0;
+    for (int32_t i = 0; i < text.length; ++i) {
+        const char c = text.data[i];
+        if (c == '\n') {
+            if (n == lineStart || lines == 3) return false;
+            lengths[lines++] = n - lineStart;
+            lineStart = n;
+            continue;
+        }
+        if (n == kLongestZoneText || meaningOf(c) != c) return false;
+        zone->text[n++] = c;
+    }
+    if (n > lineStart) {
+        if (lines == 3) return false;
+        lengths[lines++] = n - lineStart;
+    }
+    zone->length = n;
+    zone->kind = zoneKindOf(zone->text, n);
+    int32_t expected[3] = {};
+    const int32_t expectedLines = lineLengthsOf(zone->kind, expected);
+    if (expectedLines == 0 || std::memchr(zone->text, '<', static_cast<size_t>(n)) == nullptr) return false;
+    if (lines == 1) return true;
+    return lines == expectedLines && lengths[0] == expected[0] && lengths[1] == expected[1] && lengths[2] == expected[2];
 }
 
 bool lettersAt(const char* zone, int32_t at, const char* word, bool lookAlikes) {
@@ -202,14 +264,15 @@ bool opensAsWritten(const FoundZone& zone) { return kindOf(zone.text, zone.lengt
 
 bool findZone(TextSpan text, FoundZone* zone) {
     if (text.data == nullptr || text.length < 1 || zone == nullptr) return false;
+    // Every layout has fillers somewhere: most texts of the other families end here.
+    if (std::memchr(text.data, '<', static_cast<size_t>(text.length)) == nullptr) return false;
+    if (readBareLines(text, zone)) return true;
     Line window[3]{};
     int32_t held = 0;
     Candidate best{};
-    int32_t from = 0;
-    for (int32_t i = 0; i <= text.length; ++i) {
-        if (i < text.length && text.data[i] != '\n' && text.data[i] != '\r') continue;
-        const Line line = measureLine(text, from, i);
-        from = i + 1;
+    for (int32_t from = 0; from <= text.length;) {
+        const Line line = measureLine(text, from);
+        from = line.to + 1;
         if (line.zoneCharacters == 0) continue;  // blank lines and rules of dashes stand between lines
         if (held == 3) {
             window[0] = window[1];
@@ -248,8 +311,10 @@ int32_t writeZoneLines(const FoundZone& zone, char* out, int32_t room) {
 bool holdsTheZoneAlone(TextSpan text, const FoundZone& zone) {
     int32_t n = 0;
     for (int32_t i = 0; i < text.length; ++i) {
-        if (!isZoneByte(text.data[i])) continue;
-        if (n == zone.length || toAsciiUpper(text.data[i]) != zone.text[n]) return false;
+        // The framing drops a "?" as it drops blanks.
+        const char meaning = meaningOf(text.data[i]);
+        if (!holdsAPlace(meaning) || text.data[i] == '?') continue;
+        if (n == zone.length || meaning != zone.text[n]) return false;
         ++n;
     }
     return n == zone.length;

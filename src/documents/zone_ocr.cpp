@@ -210,13 +210,35 @@ bool everyDigitHolds(const FoundZone& zone) {
     }
 }
 
+// Whether the corrections could change the part: a character its places do not expect, or
+// a number whose check digit does not hold as it stands. The correction of a part depends
+// on nothing else, so a part without either is left as it is.
+bool partMayChange(const FoundZone& zone, const OcrLayout& layout, Part part) {
+    for (const TypedRun& run : layout.runs) {
+        if (run.part != part) continue;
+        for (int32_t at = run.from; at < run.from + run.length; ++at) {
+            char c = zone.text[at];
+            if (!typeCharacter(&c, run.expect) || c != zone.text[at]) return true;
+        }
+        if (run.expect != Expect::Either) continue;
+        for (const NumberRule& rule : layout.numbers) {
+            const char digit = zone.text[rule.digitAt];
+            const bool covers = run.from >= rule.from && run.from < rule.from + rule.length;
+            if (covers && digit != '<' && !numberHolds(zone.text + rule.from, rule, digit)) return true;
+        }
+    }
+    return false;
+}
+
 // The corrections of one field written into the zone as found, then its lines.
 int32_t repairPart(TextSpan in, char* out, int32_t room, Part part) {
     FoundZone zone{};
     FoundZone corrected{};
-    if (!findZone(in, &zone) || !correctZoneLookAlikes(zone, &corrected)) return -1;
+    if (!findZone(in, &zone)) return -1;
+    const OcrLayout* layout = ocrLayoutOf(zone.kind);
+    if (layout == nullptr || !partMayChange(zone, *layout, part) || !correctZoneLookAlikes(zone, &corrected)) return -1;
     bool changed = false;
-    for (const TypedRun& run : ocrLayoutOf(zone.kind)->runs) {
+    for (const TypedRun& run : layout->runs) {
         if (run.part != part) continue;
         for (int32_t at = run.from; at < run.from + run.length; ++at) {
             changed = changed || zone.text[at] != corrected.text[at];
