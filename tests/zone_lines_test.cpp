@@ -34,6 +34,8 @@ TEST(ZoneLines, FoundAmongWhatOcrGives) {
          false},
         {"other lines around it", "Scan 12:03\n" + kPassport + "\nOK\n", kPassport, true},
         {"junk after a line", kFirst + "extrachars\n" + kSecond, kPassport, true},
+        {"junk before a line", "4 " + kFirst + "\n" + kSecond, kPassport, true},
+        {"junk before the second line", kFirst + "\n|l " + kSecond, kPassport, true},
         {"fillers lost at the end of the names", kFirst.substr(0, 38) + "\n" + kSecond, kPassport, true},
         {"an unread character keeps its place", kFirst + "\nL898902C36UTO74081?2F1204159ZE184226B<<<<<10",
          kFirst + "\nL898902C36UTO74081<2F1204159ZE184226B<<<<<10", true},

@@ -3,12 +3,14 @@
 #include <cstring>
 
 #include "documents/mrz.h"
+#include "documents/mrz_check_digits.h"
+#include "documents/national_zones.h"
 #include "fields/text.h"
 
 namespace orvane {
 namespace {
 
-constexpr int32_t kMostJunkAfterLine = 20;  // characters cut after a line of the zone
+constexpr int32_t kMostJunkOnLine = 20;     // characters cut after or before a line of the zone
 constexpr int32_t kMostFillersLost = 8;     // fillers put back at the end of a name line
 constexpr int32_t kMostOtherCharacters = 8; // punctuation a zone line may carry besides blanks
 
@@ -80,12 +82,17 @@ Line measureLine(TextSpan text, int32_t from) {
     return line;
 }
 
-// The first n zone characters of the line; returns how many there were.
-int32_t copyZoneCharacters(TextSpan text, const Line& line, char* out, int32_t n) {
+// At most n zone characters of the line after the first skip ones; returns how many.
+int32_t copyZoneCharacters(TextSpan text, const Line& line, int32_t skip, char* out, int32_t n) {
     int32_t copied = 0;
     for (int32_t i = line.from; i < line.to && copied < n; ++i) {
         const char meaning = meaningOf(text.data[i]);
-        if (holdsAPlace(meaning)) out[copied++] = meaning;
+        if (!holdsAPlace(meaning)) continue;
+        if (skip > 0) {
+            --skip;
+        } else {
+            out[copied++] = meaning;
+        }
     }
     return copied;
 }
@@ -95,6 +102,32 @@ struct Candidate {
     int32_t exactLines;
     bool found;
 };
+
+// The lines joined as the shape has them, and the layout they make.
+ZoneKind joinLines(TextSpan text, const Line* lines, const Shape& shape, bool junkBefore, char* joined) {
+    int32_t at = 0;
+    for (int32_t i = 0; i < shape.lineCount; ++i) {
+        const int32_t extra = lines[i].zoneCharacters - shape.lengths[i];
+        int32_t n = copyZoneCharacters(text, lines[i], junkBefore && extra > 0 ? extra : 0, joined + at, shape.lengths[i]);
+        while (n < shape.lengths[i]) joined[at + n++] = '<';
+        at += n;
+    }
+    return zoneKindOf(joined, at);
+}
+
+// How many of the zone's check digits hold.
+int32_t digitsHolding(const char* zone, int32_t length, ZoneKind kind) {
+    if (kind == ZoneKind::FrenchIdentityCard || kind == ZoneKind::FrenchDrivingLicence) {
+        NationalZoneCheck check{};
+        const NationalZone layout =
+            kind == ZoneKind::FrenchIdentityCard ? NationalZone::FrenchIdentityCard : NationalZone::FrenchDrivingLicence;
+        checkNationalZoneDigits(layout, TextSpan{zone, length}, &check);
+        return check.checkedDigits - check.failureCount;
+    }
+    MrzCheckReport report{};
+    checkMrzDigits(zone, length, &report);
+    return report.checkedDigits - report.failureCount;
+}
 
 // Whether the lines make a zone of the shape, and whether it is better than the best so far:
 // more lines of their exact length, then the longer zone; of equals, the first found.
@@ -107,7 +140,7 @@ void tryShape(TextSpan text, const Line* lines, const Shape& shape, Candidate* b
         if (have == want) {
             ++exact;
         } else if (have > want) {
-            if (shape.lineCount == 1 || have - want > kMostJunkAfterLine) return;
+            if (shape.lineCount == 1 || have - want > kMostJunkOnLine) return;
         } else if (i != shape.nameLine || want - have > kMostFillersLost || lines[i].last != '<') {
             return;
         }
@@ -117,14 +150,19 @@ void tryShape(TextSpan text, const Line* lines, const Shape& shape, Candidate* b
     if (best->found && (exact < best->exactLines || (exact == best->exactLines && length <= best->zone.length))) {
         return;
     }
+    // Junk after a line is what OCR adds most; junk before it wins only where the layout
+    // then reads, or more of its check digits hold.
     char joined[kLongestZoneText];
-    int32_t at = 0;
-    for (int32_t i = 0; i < shape.lineCount; ++i) {
-        int32_t n = copyZoneCharacters(text, lines[i], joined + at, shape.lengths[i]);
-        while (n < shape.lengths[i]) joined[at + n++] = '<';
-        at += n;
+    ZoneKind kind = joinLines(text, lines, shape, false, joined);
+    if (exact < shape.lineCount) {
+        char before[kLongestZoneText];
+        const ZoneKind kindBefore = joinLines(text, lines, shape, true, before);
+        if (kindBefore != ZoneKind::None &&
+            (kind == ZoneKind::None || digitsHolding(before, length, kindBefore) > digitsHolding(joined, length, kind))) {
+            std::memcpy(joined, before, static_cast<size_t>(length));
+            kind = kindBefore;
+        }
     }
-    const ZoneKind kind = zoneKindOf(joined, length);
     if (kind == ZoneKind::None || std::memchr(joined, '<', static_cast<size_t>(length)) == nullptr) return;
     std::memcpy(best->zone.text, joined, static_cast<size_t>(length));
     best->zone.length = length;

@@ -1,7 +1,7 @@
 // Finding a machine-readable zone in what a scanner or an OCR app hands over: the lines of
 // a known layout among other lines, with blanks inside them, letters in lower case,
-// characters OCR could not read ("?"), junk after them, and fillers lost at the end of
-// the line that ends with the names.
+// characters OCR could not read ("?"), junk after or before them, and fillers lost at the
+// end of the line that ends with the names.
 #pragma once
 
 #include <cstdint>
@@ -46,8 +46,9 @@ bool opensAsWritten(const FoundZone& zone);
 // Looks for the lines of a zone in text: lines that hold zone characters (blanks and
 // other characters inside them dropped, letters capitalised, a "?" kept in its place as
 // a filler, which the check digits then judge) in the numbers and lengths
-// of a layout. One line of the zone must have its length exactly; another may go on
-// past it with junk, or, when it ends with the names, lack fillers at its end. A zone
+// of a layout. One line of the zone must have its length exactly; another may carry
+// junk after it (or, when that makes no layout, before it), or, when it ends with the
+// names, lack fillers at its end. A zone
 // written on one line is found too. False when no zone is there.
 bool findZone(TextSpan text, FoundZone* zone);
 
