@@ -122,6 +122,25 @@ TEST(Allocations, ParsesAndAnswersAllocateNothingOnceTheBuffersExist) {
     SVT_delete(handle);
 }
 
+TEST(Allocations, ZonesOnlyTheLenientParseReadsAllocateNothing) {
+    // Their repairs and rows work in the handle's buffers and on the stack.
+    std::vector<std::string> inputs;
+    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(ORVANE_SOURCE_DIR) / "tests" /
+                                                                 "data" / "zones")) {
+        if (entry.path().extension() == ".txt") inputs.push_back(orvane::testing::readBytes(entry.path()));
+    }
+    ASSERT_FALSE(inputs.empty());
+    SVT_ParserHandle* handle = SVT_create();
+    SVT_parseLenient(handle, "x", 1);
+    EXPECT_EQ(allocationsDuring([&] {
+                  for (const std::string& input : inputs) {
+                      orvane::testing::parseBothWaysAndAsk(handle, input.data(), static_cast<int>(input.size()));
+                  }
+              }),
+              0);
+    SVT_delete(handle);
+}
+
 std::string sampleText(const char* name) {
     return orvane::testing::readBytes(std::filesystem::path(ORVANE_SOURCE_DIR) / "samples" / name);
 }

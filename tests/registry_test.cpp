@@ -8,6 +8,7 @@
 #include <iterator>
 #include <string>
 
+#include "engine/format_names.h"
 #include "engine/framers.h"
 
 namespace orvane {
@@ -74,6 +75,31 @@ TEST(Registry, RowOrder) {
             EXPECT_GT(rows[i].formatId, previous);
             previous = rows[i].formatId;
         }
+    }
+}
+
+TEST(Registry, LenientRowsFollowTheStrictOnes) {
+    // The strict parse keeps its 68 rows; the lenient one tries them, then its own, which
+    // are numbered from 100, named, and checked quickly like the others.
+    const auto strict = formatRegistry();
+    const auto lenient = lenientRegistry();
+    const auto own = lenientOnlyRows();
+    ASSERT_EQ(strict.size(), 68u);
+    ASSERT_EQ(lenient.size(), strict.size() + own.size());
+    EXPECT_EQ(lenient.data(), strict.data());
+    EXPECT_EQ(own.data(), lenient.data() + strict.size());
+    uint32_t previous = 99;
+    for (const FormatDescriptor& row : own) {
+        SCOPED_TRACE("format " + std::to_string(row.formatId));
+        EXPECT_GT(row.formatId, previous);
+        previous = row.formatId;
+        EXPECT_NE(row.parser, nullptr);
+        EXPECT_NE(row.mayRead, nullptr);
+        EXPECT_EQ(row.formatGroup, kGroupMrz);
+        EXPECT_EQ(row.framer, frameMrz);
+        const FormatName* name = findFormatName(row.formatId);
+        ASSERT_NE(name, nullptr);
+        EXPECT_GT(std::strlen(name->name), 10u);
     }
 }
 

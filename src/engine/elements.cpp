@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "aamva/elements.h"
+#include "documents/national_zones.h"
 #include "documents/zone_fields.h"
 
 namespace orvane {
@@ -170,6 +171,8 @@ void visitElements(const ParsedRecord* record, TextSpan text, ElementVisitor vis
     if (record == nullptr || visit == nullptr || record->formatId == kNoFormatId) return;
     if (record->formatGroup == 0 || readsElementLines(record->formatId)) {
         visitAamvaElements(text, visit, context);
+    } else if (const NationalZone layout = nationalZoneOfFormat(record->formatId); layout != NationalZone::None) {
+        visitNationalZoneElements(layout, text, visit, context);
     } else if (record->formatGroup == 5) {
         visitZoneElements(text, visit, context);
     } else {

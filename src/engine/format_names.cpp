@@ -76,8 +76,16 @@ constexpr FormatName kFormatNames[] = {
     {65, "Identity card zone (TD1)", nullptr},
     {66, "Identity card zone (TD2)", nullptr},
     {67, "Visa zone (MRV-A or MRV-B)", nullptr},
+    {100, "French identity card zone (two lines of 36, issued until 2021)", nullptr},
+    {101, "Swiss driving licence zone (lines of 9, 30 and 30)", nullptr},
+    {102, "French driving licence zone (one line of 30)", nullptr},
+    // An unknown birth day or month is answered as the latest day it can be.
+    {103, "Passport zone (TD3), dates not known in full", nullptr},
+    {104, "Identity card zone (TD1), dates not known in full", nullptr},
+    {105, "Identity card zone (TD2), dates not known in full", nullptr},
+    {106, "Visa zone (MRV-A or MRV-B), dates not known in full", nullptr},
 };
-static_assert(std::size(kFormatNames) == 68);
+static_assert(std::size(kFormatNames) == 75);
 
 // The edition that first used each header version, from version 01.
 constexpr const char* kEditions[] = {"2000", "2003", "2005", "2009", "2010", "2011", "2012", "2013", "2016", "2020"};

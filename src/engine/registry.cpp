@@ -7,6 +7,8 @@
 #include "documents/hc.h"
 #include "documents/mrz.h"
 #include "documents/national.h"
+#include "documents/national_zones.h"
+#include "documents/zone_dates.h"
 #include "engine/framers.h"
 #include "stripe/variants.h"
 
@@ -87,11 +89,19 @@ constexpr FormatDescriptor kFormatRegistry[] = {
     {kGroupMrz, 66, frameMrz, parseMrzFormat66, nullptr, nullptr, mayReadMrzFormat66, kReadsOnly},
     {kGroupMrz, 67, frameMrz, parseMrzFormat67, nullptr, nullptr, mayReadMrzFormat67, kReadsOnly},
     // Only the lenient parse tries the rows from here on.
+    {kGroupMrz, 100, frameMrz, parseFrenchIdentityCardZone, nullptr, nullptr, mayReadFrenchIdentityCardZone, kReadsOnly},
+    {kGroupMrz, 101, frameMrz, parseSwissDrivingLicenceZone, nullptr, nullptr, mayReadSwissDrivingLicenceZone, kReadsOnly},
+    {kGroupMrz, 102, frameMrz, parseFrenchDrivingLicenceZone, nullptr, nullptr, mayReadFrenchDrivingLicenceZone, kReadsOnly},
+    {kGroupMrz, 103, frameMrz, parsePassportZoneUnknownDates, nullptr, nullptr, mayReadPassportZoneUnknownDates, kWritesText},
+    {kGroupMrz, 104, frameMrz, parseCardZoneUnknownDates, nullptr, nullptr, mayReadCardZoneUnknownDates, kWritesText},
+    {kGroupMrz, 105, frameMrz, parseTwoLineCardZoneUnknownDates, nullptr, nullptr, mayReadTwoLineCardZoneUnknownDates, kWritesText},
+    {kGroupMrz, 106, frameMrz, parseVisaZoneUnknownDates, nullptr, nullptr, mayReadVisaZoneUnknownDates, kWritesText},
 };
 
 // One row per format; a dropped or doubled row fails the build.
 constexpr size_t kStrictRows = 68;
-static_assert(std::size(kFormatRegistry) == kStrictRows);
+constexpr size_t kLenientOnlyRows = 7;
+static_assert(std::size(kFormatRegistry) == kStrictRows + kLenientOnlyRows);
 
 }  // namespace
 

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "aamva/repairs.h"
+#include "documents/zone_ocr.h"
 #include "engine/status.h"
 
 namespace orvane {
@@ -22,6 +23,19 @@ constexpr Repair kRepairs[] = {
     {"line-indents", repairLineIndents, true},
     {"element-separators", repairElementSeparators, true},
     {"slash-dates", repairSlashDates, true},
+    // A machine-readable zone's lines out of the OCR text, then its look-alikes field by
+    // field: neither other lines nor a look-alike that makes the check digits hold is a
+    // layout's own.
+    {"zone-lines", repairZoneLines, true},
+    {"zone-ocr-documentCode", repairZoneDocumentCode, true},
+    {"zone-ocr-issuingState", repairZoneIssuingState, true},
+    {"zone-ocr-names", repairZoneNames, true},
+    {"zone-ocr-documentNumber", repairZoneDocumentNumber, true},
+    {"zone-ocr-nationality", repairZoneNationality, true},
+    {"zone-ocr-birthDate", repairZoneBirthDate, true},
+    {"zone-ocr-expiryDate", repairZoneExpiryDate, true},
+    {"zone-ocr-optionalData", repairZoneOptionalData, true},
+    {"zone-ocr-composite", repairZoneComposite, true},
 };
 static_assert(std::size(kRepairs) <= 32, "a repair's bit must fit the mask");
 
