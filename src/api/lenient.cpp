@@ -1,6 +1,7 @@
-// The lenient parse: the input as it came, the rows only the lenient parse tries, and
-// the input with the damage scanners do to it repaired; the best reading wins. On a tie
-// the input as it came wins, unless the repairs undid damage no layout has of its own.
+// The lenient parse: the input as it came, read by every row and then by the rows only
+// the lenient parse tries, and the input with the damage scanners do to it repaired; the
+// best reading wins. On a tie the input as it came wins, and among its rows the earlier
+// one, unless the repairs undid damage no layout has of its own.
 #include "api/handle.h"
 #include "engine/repairs.h"
 #include "engine/status.h"
@@ -9,7 +10,7 @@ using namespace orvane;
 
 namespace {
 
-enum class Reading { AsItCame, LenientRows, Repaired };
+enum class Reading { AsItCame, Repaired };
 
 struct Candidate {
     Reading reading;
@@ -25,10 +26,7 @@ struct Candidate {
 
 Candidate parseAs(ParserHandle* handle, Reading reading, const void* data, int32_t length) {
     ParseOutcome outcome{};
-    const std::span<const FormatDescriptor> rows = reading == Reading::AsItCame ? formatRegistry()
-                                                   : reading == Reading::LenientRows ? lenientOnlyRows()
-                                                                                      : lenientRegistry();
-    const int32_t status = parseInto(handle, rows, data, length, &outcome);
+    const int32_t status = parseInto(handle, lenientRegistry(), data, length, &outcome);
     return Candidate{reading, status, outcome.score, false};
 }
 
@@ -44,22 +42,19 @@ extern "C" SVT_API int SVT_parseLenient(SVT_ParserHandle* handle, const void* da
     const int32_t room = handle->inputCopyCapacity - 1;
     const TextSpan input{static_cast<const char*>(data), length < room ? length : room};
     const int32_t repairedLength = repairText(input, handle->repairedInput, handle->inputCopy, room, &applied);
-    // Every reading but the last one is parsed again if it wins: the input as it came is
-    // parsed last, as it wins most often.
+    // The repaired reading is parsed again if it wins: the input as it came is parsed
+    // last, as it wins most often.
     Candidate repaired{Reading::Repaired, kErrNotRecognised, 0, false};
-    Candidate lenient{Reading::LenientRows, kErrNotRecognised, 0, false};
     if (repairedLength > 0) {
         repaired = parseAs(handle, Reading::Repaired, handle->repairedInput, repairedLength);
         repaired.winsTies = anyDecisive(applied);
     }
-    if (!lenientOnlyRows().empty()) lenient = parseAs(handle, Reading::LenientRows, data, length);
     const Candidate asItCame = parseAs(handle, Reading::AsItCame, data, length);
-    const Candidate* winner = &asItCame;
-    for (const Candidate* other : {&lenient, &repaired}) {
-        if (other->better(*winner)) winner = other;
+    if (repaired.better(asItCame)) {
+        handle->repairs = applied;
+        return parseAs(handle, Reading::Repaired, handle->repairedInput, repairedLength).status;
     }
-    if (winner->reading == Reading::AsItCame) return asItCame.status;
-    if (winner->reading == Reading::LenientRows) return parseAs(handle, Reading::LenientRows, data, length).status;
-    handle->repairs = applied;
-    return parseAs(handle, Reading::Repaired, handle->repairedInput, repairedLength).status;
+    // Nothing read the input: it is left as the strict parse leaves it.
+    if (asItCame.status != kOk) return parseInto(handle, formatRegistry(), data, length, nullptr);
+    return asItCame.status;
 }
