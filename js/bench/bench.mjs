@@ -4,6 +4,12 @@
 //
 //   npm ci && node bench.mjs [--rounds N] [--min-ms MS] [--inputs DIR] [--only a,b] [--json FILE]
 //
+//   --rounds N     rounds over every contender and input (default 7)
+//   --min-ms MS    least time of one timing (default 300)
+//   --inputs DIR   the inputs, NAME.txt each (default ../shared/bench-peers/inputs)
+//   --only a,b     only these peers, by the names in the table (ours always runs)
+//   --json FILE    also write every timing as JSON
+//
 // Each contender gets the input as a string (Latin-1, one character a byte), as the
 // peers take it; ours returns its whole result object. Rounds run every contender on
 // every input in turn, so that machine noise falls on all of them alike; the table gives
@@ -28,6 +34,12 @@ function options(argv) {
       case '--inputs': o.inputs = path.resolve(value()); break;
       case '--only': o.only = value().split(','); break;
       case '--json': o.json = value(); break;
+      case '-h':
+      case '--help':
+        process.stdout.write(fs.readFileSync(fileURLToPath(import.meta.url), 'utf8').split('\n').slice(1, 17)
+          .map((line) => line.replace(/^\/\/ ?/, '')).join('\n') + '\n');
+        process.exit(0);
+        break;
       default: throw new Error(`unknown option ${argv[i]} (see the head of bench.mjs)`);
     }
   }
