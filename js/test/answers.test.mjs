@@ -43,8 +43,10 @@ describe('same answers as orvane-parse', { skip: toolMissing }, () => {
 
   const peers = readPeerInputs();
   for (const mode of modes) {
-    test(`the other parsers' inputs, ${mode.name}`, { skip: peers.length === 0 && 'no ../shared/peers' }, () => {
-      assert.ok(expectSameAnswers(peers, mode.toolArgs, mode.options) > 0);
+    test(`the other parsers' inputs, ${mode.name}`, { skip: peers.length === 0 && 'no ../shared/peers' }, (t) => {
+      const recognised = expectSameAnswers(peers, mode.toolArgs, mode.options);
+      assert.ok(recognised > 0);
+      t.diagnostic(`${peers.length} inputs, ${recognised} recognised`);
     });
   }
 
