@@ -40,12 +40,49 @@ function defineOrvaneParser(createOrvaneModule, wasmBase64) {
     return compiledCode;
   }
 
+  // Every parse asks the local time, and Emscripten answers it with three Date objects:
+  // a few microseconds, a twentieth of a short parse. The answer changes once a second,
+  // so it is kept for the second it was asked in. A loader without that import is left as
+  // it is.
+  const TM_WORDS = 10; // tm_sec .. tm_gmtoff, what the import writes
+  function keepLocalTime(imports) {
+    let memory = null;
+    let words = null;
+    for (const table of Object.values(imports)) {
+      for (const [name, ask] of Object.entries(table)) {
+        if (typeof ask !== 'function' || ask.name !== '__localtime_js' || ask.length !== 2) continue;
+        let second = NaN;
+        const kept = new Int32Array(TM_WORDS);
+        table[name] = (timeAt, tmAt) => {
+          if (!memory) return ask(timeAt, tmAt);
+          if (words === null || words.buffer !== memory.buffer) words = new Int32Array(memory.buffer);
+          const now = words[timeAt >> 2];
+          if (now !== second) {
+            ask(timeAt, tmAt);
+            if (words.buffer !== memory.buffer) words = new Int32Array(memory.buffer);
+            kept.set(words.subarray(tmAt >> 2, (tmAt >> 2) + TM_WORDS));
+            second = now;
+            return;
+          }
+          words.set(kept, tmAt >> 2);
+        };
+      }
+    }
+    return (instance) => {
+      memory = Object.values(instance.exports).find((value) => value instanceof WebAssembly.Memory);
+    };
+  }
+
   async function instantiate() {
     const code = await compile();
     return new Promise((resolve, reject) => {
       createOrvaneModule({
         instantiateWasm(imports, receive) {
-          WebAssembly.instantiate(code, imports).then((instance) => receive(instance, code), reject);
+          const attach = keepLocalTime(imports);
+          WebAssembly.instantiate(code, imports).then((instance) => {
+            attach(instance);
+            receive(instance, code);
+          }, reject);
           return {};
         },
       }).then(resolve, reject);
