@@ -192,8 +192,18 @@ int32_t repairHeaderSeparators(TextSpan in, char* out, int32_t room) {
     return length;
 }
 
+// Whether some line starts with a blank, found from one line break to the next.
+bool hasIndentedLine(TextSpan text) {
+    for (const char* at = text.data; at != nullptr;) {
+        at = static_cast<const char*>(std::memchr(at, '\n', static_cast<size_t>(text.data + text.length - at)));
+        if (at == nullptr || ++at == text.data + text.length) return false;
+        if (*at == ' ' || *at == '\t') return true;
+    }
+    return false;
+}
+
 int32_t repairLineIndents(TextSpan in, char* out, int32_t room) {
-    if (elementLinesStart(in) < 0) return -1;
+    if (!hasIndentedLine(in) || elementLinesStart(in) < 0) return -1;
     int32_t n = 0;
     bool removed = false;
     for (int32_t i = 0; i < in.length;) {
@@ -216,7 +226,7 @@ int32_t repairElementSeparators(TextSpan in, char* out, int32_t room) {
     if (start < 0 || in.length - start < 16) return -1;
     const TextSpan body{in.data + start, in.length - start};
     int32_t breaks = 0;
-    for (int32_t i = 0; i < body.length; ++i) breaks += (body.data[i] == '\n' || body.data[i] == '\r') ? 1 : 0;
+    for (int32_t i = 0; i < body.length && breaks < 3; ++i) breaks += (body.data[i] == '\n' || body.data[i] == '\r') ? 1 : 0;
     if (breaks >= 3) return -1;
     if (start > room) return -1;
     std::memcpy(out, in.data, static_cast<size_t>(start));

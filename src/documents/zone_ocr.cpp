@@ -275,6 +275,21 @@ int32_t repairZoneLines(TextSpan in, char* out, int32_t room) {
     return writeZoneLines(zone, out, room);
 }
 
+bool zoneMayNeedCorrection(const TextFacts& facts) {
+    if (!facts.has('<')) return false;
+    FoundZone zone{};
+    if (!findZone(TextSpan{facts.text, facts.length}, &zone)) return false;
+    const OcrLayout* layout = ocrLayoutOf(zone.kind);
+    if (layout == nullptr) return false;
+    for (const TypedRun& run : layout->runs) {
+        for (int32_t at = run.from; at < run.from + run.length; ++at) {
+            char c = zone.text[at];
+            if (!typeCharacter(&c, run.expect) || c != zone.text[at]) return true;
+        }
+    }
+    return !everyDigitHolds(zone);
+}
+
 int32_t repairZoneDocumentCode(TextSpan in, char* out, int32_t room) { return repairPart(in, out, room, DocumentCode); }
 int32_t repairZoneIssuingState(TextSpan in, char* out, int32_t room) { return repairPart(in, out, room, IssuingState); }
 int32_t repairZoneNames(TextSpan in, char* out, int32_t room) { return repairPart(in, out, room, Names); }

@@ -12,6 +12,7 @@
 #include <cstdint>
 
 #include "documents/zone_lines.h"
+#include "engine/format.h"
 
 namespace orvane {
 
@@ -25,6 +26,11 @@ bool correctZoneLookAlikes(const FoundZone& zone, FoundZone* corrected);
 // are corrected: a zone opening with a digit is left alone, which readers of other
 // families would take for theirs.
 int32_t repairZoneLines(TextSpan in, char* out, int32_t room);
+
+// Whether a look-alike correction could change the zone the text holds: one of its
+// characters is not of its place's kind, or a check digit fails. The corrections of every
+// field share this gate, so a clean zone costs one look.
+bool zoneMayNeedCorrection(const TextFacts& facts);
 
 int32_t repairZoneDocumentCode(TextSpan in, char* out, int32_t room);
 int32_t repairZoneIssuingState(TextSpan in, char* out, int32_t room);

@@ -114,17 +114,22 @@ int32_t repairStrayHighBytes(TextSpan in, char* out, int32_t room) {
 // Text fields and browsers turn line feeds into carriage returns or CR LF pairs; lines
 // that end in CR alone, or mostly in CR LF, end in LF again.
 int32_t repairLineBreaks(TextSpan in, char* out, int32_t room) {
+    // The AAMVA header's one CR and a subfile's closing CR are no line breaks to repair;
+    // stripes and labelled text have line breaks of their own, which their readers know.
     int32_t crs = 0;
+    for (const char* at = in.data; crs < 3; ++at, ++crs) {
+        at = static_cast<const char*>(std::memchr(at, '\r', static_cast<size_t>(in.data + in.length - at)));
+        if (at == nullptr) return -1;
+    }
     int32_t pairs = 0;
     int32_t lfs = 0;
+    crs = 0;
     for (int32_t i = 0; i < in.length; ++i) {
         if (in.data[i] == '\r') ++crs;
         if (in.data[i] == '\n') ++lfs;
         if (in.data[i] == '\r' && i + 1 < in.length && in.data[i + 1] == '\n') ++pairs;
     }
-    // The AAMVA header's one CR and a subfile's closing CR are no line breaks to repair;
-    // stripes and labelled text have line breaks of their own, which their readers know.
-    if (crs < 3 || (lfs > crs && pairs < 3) || !looksLikeAamva(in)) return -1;
+    if ((lfs > crs && pairs < 3) || !looksLikeAamva(in)) return -1;
     int32_t n = 0;
     for (int32_t i = 0; i < in.length && n < room; ++i) {
         if (in.data[i] == '\r' && i + 1 < in.length && in.data[i + 1] == '\n') continue;

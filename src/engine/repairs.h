@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <span>
 
+#include "engine/format.h"
 #include "engine/record.h"
 
 namespace orvane {
@@ -22,6 +23,8 @@ struct Repair {
     // header, or dashes in its dates, but none indents its lines), so a repaired reading
     // that scores as well as the input as it came is the one to keep.
     bool decisive;
+    // Bytes the damage cannot be without, so that a clean text costs a glance per repair.
+    QuickCheck mayApply;
 };
 
 // The repairs in the order they run; a repair's bit is its index here.
