@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "../tools/json_text.h"
 #include "api/json.h"
 #include "engine/format_names.h"
 #include "fields/dates.h"
@@ -496,9 +497,9 @@ TEST(Results, JsonHoldsEveryElementOfEverySample) {
             if (std::find(seen.begin(), seen.end(), id) != seen.end()) continue;  // the first value stands
             seen.push_back(id);
             std::string member;
-            writeJsonString(makeSpan(id), [&](char c) { member += c; });
+            orvane_tools::appendJsonString(&member, id);
             member += ':';
-            writeJsonString(makeSpan(value), [&](char c) { member += c; });
+            orvane_tools::appendJsonString(&member, value);
             EXPECT_NE(text.find(member, elements), std::string::npos) << member;
         }
     }

@@ -9,7 +9,12 @@ namespace orvane_tools {
 
 // Appends text as a JSON string (see orvane::writeJsonString).
 inline void appendJsonString(std::string* out, const char* text) {
-    orvane::writeJsonString(orvane::makeSpan(text), [out](char c) { out->push_back(c); });
+    struct StringSink {
+        std::string* out;
+        void put(char c) { out->push_back(c); }
+        void append(const char* bytes, int32_t n) { out->append(bytes, static_cast<size_t>(n)); }
+    } sink{out};
+    orvane::writeJsonString(orvane::makeSpan(text), sink);
 }
 
 }  // namespace orvane_tools

@@ -29,12 +29,14 @@ struct JsonSink {
         if (length < capacity - 1) buffer[length] = c;
         ++length;
     }
-    void text(const char* s) {
-        while (*s != '\0') put(*s++);
+    void append(const char* bytes, int32_t n) {
+        if (n <= 0) return;
+        const int64_t room = capacity - 1 - length;
+        if (room > 0) std::memcpy(buffer + length, bytes, static_cast<size_t>(n < room ? n : room));
+        length += n;
     }
-    void string(TextSpan s) {
-        writeJsonString(s, [this](char c) { put(c); });
-    }
+    void text(const char* s) { append(s, static_cast<int32_t>(std::strlen(s))); }
+    void string(TextSpan s) { writeJsonString(s, *this); }
     void number(int64_t value) {
         char digits[24];
         const int32_t n = formatInt(value, digits, 20, 0);
@@ -212,7 +214,11 @@ bool writeElement(void* context, TextSpan id, TextSpan value) {
 void writeElements(JsonSink& out, const ParserHandle* handle) {
     out.member("elements");
     out.put('{');
-    ElementWriter writer{&out, {}, {}, 0, true};
+    ElementWriter writer;  // the names' list needs no clearing: its count says what it holds
+    writer.out = &out;
+    std::memset(writer.seenIds, 0, sizeof writer.seenIds);
+    writer.seenCount = 0;
+    writer.first = true;
     visitElements(&handle->record, TextSpan{handle->keptText, handle->keptLength}, writeElement, &writer);
     out.put('}');
 }
