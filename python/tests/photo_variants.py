@@ -39,6 +39,8 @@ ABOUT = {
 # The layouts that military ID backs print as Code 39.
 CODE39_SAMPLES = ("cac-v1", "cac-vn")
 MODULE = 3
+# The licence the browser's fake camera shows.
+CAMERA_SAMPLE = "aamva-2013-arizona"
 # Code 39: each character's nine bars and spaces, a set bit for a wide one, first element
 # in the highest bit. zxing-cpp's writer stops at 80 characters; these layouts hold 90.
 _CODE39_ALPHABET = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%*"
@@ -153,9 +155,19 @@ def write_variants(out: Path, samples: Path = ROOT / "samples") -> list[dict[str
                 name = f"{sample.stem}.{symbology}.{kind}.{suffix}"
                 (out / name).write_bytes(data)
                 manifest.append({"file": name, "sample": sample.stem, "symbology": symbology, "kind": kind})
+    _write_camera(written((samples / f"{CAMERA_SAMPLE}.txt").read_bytes(), "PDF417"), out / "camera.y4m")
     (out / "manifest.json").write_text(json.dumps({"kinds": list(KINDS), "about": ABOUT, "images": manifest},
                                                   indent=1) + "\n")
     return manifest
+
+
+def _write_camera(image: Image.Image, path: Path) -> None:
+    """One frame of a 1280x720 camera (YUV 4:2:0) showing the symbol, for a browser's fake camera."""
+    frame = Image.new("L", (1280, 720), 200)
+    symbol = image if image.width <= 1200 else _scaled(image, 1200 / image.width)
+    frame.paste(symbol, ((1280 - symbol.width) // 2, (720 - symbol.height) // 2))
+    chroma = bytes([128]) * (640 * 360 * 2)
+    path.write_bytes(b"YUV4MPEG2 W1280 H720 F10:1 Ip A1:1 C420jpeg\nFRAME\n" + frame.tobytes() + chroma)
 
 
 if __name__ == "__main__":
