@@ -176,7 +176,10 @@ def damaged_files(licence: Image.Image, count: int = 240) -> list[bytes]:
         for _ in range(rng.randrange(1, 12)):
             data[rng.randrange(len(data))] = rng.randrange(256)
         files.append(bytes(data))
-    return files + [_png_header(20000, 20000), _png_header(100, 100), b""]
+    # A Huffman table of 16 x 255 codes, which overran Debian's stb_image's tables.
+    overfull = originals[1][:2] + b"\xff\xc4" + struct.pack(">H", 2 + 17 + 4080) + b"\x00" + b"\xff" * 16 + \
+        b"\x00" * 4080 + originals[1][2:]
+    return files + [_png_header(20000, 20000), _png_header(100, 100), b"", overfull]
 
 
 def test_hostile_image_files_raise_value_error_or_read(licence):
@@ -269,6 +272,7 @@ def test_the_tool_survives_hostile_image_files(licence, tmp_path):
         assert '"status":0' in line or '"barcode":null' in line, line
     errors = run.stderr.decode()
     assert "too large: 20000x20000 pixels" in errors and "not a PNG or JPEG image" in errors
+    assert "Huffman table holds more than 256 codes" in errors
 
 
 def test_the_command_line_reads_a_photo_from_standard_input(photos):
