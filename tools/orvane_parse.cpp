@@ -10,6 +10,9 @@
 
 #include "json_text.h"
 #include "orvane_parser.h"
+#if ORVANE_WITH_ZXING
+#include "image_reader.h"
+#endif
 
 namespace {
 
@@ -26,11 +29,12 @@ struct Options {
     std::vector<const char*> files;
     Symbol symbol;
     bool strict = false;
+    bool image = false;
 };
 
 void printUsage(FILE* out) {
     std::fputs(
-        "usage: orvane-parse [--strict] [--symbol COLUMNS,ROWS,LEVEL] [FILE...]\n"
+        "usage: orvane-parse [--strict] [--symbol COLUMNS,ROWS,LEVEL] [--image] [FILE...]\n"
         "\n"
         "Parses each FILE (standard input when none is given, or for \"-\") as one scanned\n"
         "input, byte for byte: the text of a PDF417 barcode, a magnetic stripe or a\n"
@@ -47,11 +51,14 @@ void printUsage(FILE* out) {
         "  --strict        parse exactly as the formats are written, repairing nothing\n"
         "  --symbol C,R,L  also check that a PDF417 symbol of C data columns, R rows and\n"
         "                  error-correction level L is one the jurisdiction prints\n"
+        "  --image         each FILE is a photo (PNG or JPEG): every PDF417 and Code 39\n"
+        "                  barcode in it is read and parsed, one line per barcode with its\n"
+        "                  symbology under \"barcode\" (null when the photo shows none)\n"
         "  --version       print the library's version\n"
         "  -h, --help      show this help\n"
         "\n"
-        "Exit status: 0 when every input was recognised, 1 when one was not, 2 for a file\n"
-        "that could not be read or a bad option.\n",
+        "Exit status: 0 when every input was recognised (a photo when one of its barcodes\n"
+        "was), 1 when one was not, 2 for a file that could not be read or a bad option.\n",
         out);
 }
 
@@ -79,6 +86,15 @@ int readOptions(int argc, char** argv, Options* options) {
         if (std::strcmp(arg, "--strict") == 0) {
             options->strict = true;
             continue;
+        }
+        if (std::strcmp(arg, "--image") == 0) {
+#if ORVANE_WITH_ZXING
+            options->image = true;
+            continue;
+#else
+            std::fprintf(stderr, "orvane-parse: --image needs a build with zxing-cpp (ORVANE_WITH_ZXING; Debian: libzxing-dev)\n");
+            return 2;
+#endif
         }
         if (std::strcmp(arg, "--symbol") == 0) {
             if (i + 1 >= argc || !parseSymbol(argv[++i], &options->symbol)) {
@@ -134,12 +150,9 @@ void appendSymbolCheck(SVT_ParserHandle* handle, const Symbol& symbol, std::stri
     appendJsonString(json, result == SVT_OK ? checkVerdict(status) : "symbol out of range");
 }
 
-int parseOne(SVT_ParserHandle* handle, const char* source, FILE* in, const Options& options) {
-    std::vector<unsigned char> bytes;
-    if (!readAll(in, &bytes)) {
-        std::fprintf(stderr, "orvane-parse: cannot read %s: %s\n", source, std::strerror(errno));
-        return 2;
-    }
+// Parses the bytes and prints the line: the input's name, the members in between, the result.
+int parseBytes(SVT_ParserHandle* handle, const char* source, const char* members, const std::vector<unsigned char>& bytes,
+               const Options& options) {
     int status = SVT_ERR_EMPTY_INPUT;
     if (!bytes.empty()) {
         const int length = static_cast<int>(bytes.size());
@@ -147,6 +160,7 @@ int parseOne(SVT_ParserHandle* handle, const char* source, FILE* in, const Optio
     }
     std::string json = "{\"input\":";
     appendJsonString(&json, source);
+    json += members;
     if (bytes.empty()) {
         json += ",\"status\":" + std::to_string(status) + "}";
     } else {
@@ -156,6 +170,46 @@ int parseOne(SVT_ParserHandle* handle, const char* source, FILE* in, const Optio
         json += "}";
     }
     std::printf("%s\n", json.c_str());
+    return status;
+}
+
+#if ORVANE_WITH_ZXING
+int parseImage(SVT_ParserHandle* handle, const char* source, const std::vector<unsigned char>& file,
+               const Options& options) {
+    std::vector<orvane_tools::Barcode> barcodes;
+    std::string why;
+    if (!orvane_tools::readBarcodes(file, &barcodes, &why)) {
+        std::fprintf(stderr, "orvane-parse: cannot read the image %s: %s\n", source, why.c_str());
+        return 2;
+    }
+    if (barcodes.empty()) {
+        parseBytes(handle, source, ",\"barcode\":null", {}, options);
+        std::fprintf(stderr, "orvane-parse: %s: no PDF417 or Code 39 barcode found\n", source);
+        return 1;
+    }
+    bool recognised = false;
+    for (const orvane_tools::Barcode& barcode : barcodes) {
+        const std::string members = std::string(",\"barcode\":\"") + barcode.symbology + "\"";
+        if (parseBytes(handle, source, members.c_str(), barcode.bytes, options) == SVT_OK) recognised = true;
+    }
+    if (!recognised) {
+        std::fprintf(stderr, "orvane-parse: %s: no known format recognised its barcodes\n", source);
+        return 1;
+    }
+    return 0;
+}
+#endif
+
+int parseOne(SVT_ParserHandle* handle, const char* source, FILE* in, const Options& options) {
+    std::vector<unsigned char> bytes;
+    if (!readAll(in, &bytes)) {
+        std::fprintf(stderr, "orvane-parse: cannot read %s: %s\n", source, std::strerror(errno));
+        return 2;
+    }
+#if ORVANE_WITH_ZXING
+    if (options.image) return parseImage(handle, source, bytes, options);
+#endif
+    const int status = parseBytes(handle, source, "", bytes, options);
     if (status != SVT_OK) {
         std::fprintf(stderr, "orvane-parse: %s: %s (status %d)\n", source,
                      bytes.empty() ? "empty input" : "no known format recognised the input", status);

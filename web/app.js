@@ -26,6 +26,11 @@
   const FAMILIES = ['AAMVA barcode', 'Magnetic stripe', 'HC card', 'Military ID card', 'National document',
     'Machine-readable zone'];
 
+  // Photos: the limit of every face, and the size a larger photo is scaled to before reading.
+  const MAX_PIXELS = 100000000;
+  const MAX_READ_PIXELS = 16000000;
+  const SYMBOLOGY_NAMES = { PDF417: 'PDF417', Code39: 'Code 39' };
+
   const $ = (id) => document.getElementById(id);
   const input = $('input');
   const strict = $('strict');
@@ -33,6 +38,11 @@
   let bytes = null; // the dropped or opened file, read as it is until the text is edited
   let bytesName = '';
   let shown = null;
+  let reader = null; // zxing-wasm, made ready on the first photo
+  let barcodes = []; // the barcodes of the photo shown: { symbology, bytes }
+  let barcodeShown = -1;
+  let photoName = '';
+  let camera = null; // { stream, timer, busy } while the camera scans
 
   function labelOf(name) {
     return LABELS[name] || name.replace(/([a-z])([A-Z])/g, '$1 $2').replace(/^./, (c) => c.toUpperCase());
@@ -142,20 +152,228 @@
       show(null);
       return;
     }
-    message(result ? '' : 'No format recognised this text.');
+    message(result ? '' : barcodeShown >= 0 ? 'No format recognised the text of this barcode.' : 'No format recognised this text.');
     show(result);
+    listBarcodes();
+  }
+
+  // Photos: decoded by the browser, read by zxing-wasm, each barcode's bytes parsed.
+
+  function latin1(data) {
+    let text = '';
+    for (let i = 0; i < data.length; i += 8192) text += String.fromCharCode.apply(null, data.subarray(i, i + 8192));
+    return text;
+  }
+
+  function barcodeReader() {
+    if (typeof globalThis.ZXingWASM !== 'object' || typeof globalThis.ORVANE_ZXING_WASM !== 'string') {
+      return Promise.reject(new Error('the barcode reader is not built yet: run "npm run build" in js/ (see the README), then reload'));
+    }
+    if (!reader) {
+      // The WebAssembly comes from the script itself: a page opened from file:// may fetch nothing.
+      const binary = Uint8Array.from(atob(globalThis.ORVANE_ZXING_WASM), (c) => c.charCodeAt(0));
+      reader = globalThis.ZXingWASM.prepareZXingModule({ overrides: { wasmBinary: binary.buffer }, fireImmediately: true })
+        .then(() => globalThis.ZXingWASM);
+      reader.catch(() => { reader = null; });
+    }
+    return reader;
+  }
+
+  function sameBytes(a, b) {
+    return a.length === b.length && a.every((byte, i) => byte === b[i]);
+  }
+
+  // Every PDF417 and Code 39 symbol in the pixels, PDF417 first (a military ID card's back
+  // has both, and the PDF417 symbol holds more), each once.
+  async function readBarcodes(pixels) {
+    const zxing = await barcodeReader();
+    const results = await zxing.readBarcodes(pixels, {
+      formats: ['PDF417', 'Code39'], tryHarder: true, tryRotate: true, tryDownscale: true, maxNumberOfSymbols: 8,
+    });
+    const found = [];
+    for (const result of results) {
+      if (!result.isValid || !result.bytes || result.bytes.length === 0) continue;
+      const barcode = { symbology: result.format === 'PDF417' ? 'PDF417' : 'Code39', bytes: new Uint8Array(result.bytes) };
+      if (!found.some((other) => other.symbology === barcode.symbology && sameBytes(other.bytes, barcode.bytes))) found.push(barcode);
+    }
+    return found.sort((a, b) => (a.symbology !== 'PDF417') - (b.symbology !== 'PDF417'));
+  }
+
+  // The photo's pixels, drawn on the preview; its size is known before it is decoded, so
+  // that a file claiming a huge image is refused before it takes the memory.
+  async function photoPixels(file) {
+    const url = URL.createObjectURL(file);
+    try {
+      const image = new Image();
+      const loaded = new Promise((resolve, reject) => {
+        image.onload = resolve;
+        image.onerror = () => reject(new Error('this is not an image the browser can read'));
+      });
+      image.src = url;
+      await loaded;
+      const width = image.naturalWidth;
+      const height = image.naturalHeight;
+      if (!width || !height) throw new Error('this is not an image the browser can read');
+      if (width * height > MAX_PIXELS) throw new Error(`the photo is too large: ${width}x${height} pixels, at most 100 megapixels`);
+      const scale = Math.min(1, Math.sqrt(MAX_READ_PIXELS / (width * height)));
+      return draw(image, Math.max(1, Math.round(width * scale)), Math.max(1, Math.round(height * scale)));
+    } finally {
+      URL.revokeObjectURL(url);
+    }
+  }
+
+  function draw(source, width, height) {
+    const canvas = $('photo-view');
+    canvas.width = width;
+    canvas.height = height;
+    const context = canvas.getContext('2d', { willReadFrequently: true });
+    context.drawImage(source, 0, 0, width, height);
+    return context.getImageData(0, 0, width, height);
+  }
+
+  function showPhoto(visible) {
+    $('photo').hidden = !visible;
+    $('photo-view').hidden = !visible;
+    if (!visible) {
+      barcodes = [];
+      barcodeShown = -1;
+      $('barcodes').replaceChildren();
+    }
+  }
+
+  function showBarcode(index) {
+    const barcode = barcodes[index];
+    barcodeShown = index;
+    bytes = barcode.bytes;
+    bytesName = `the ${SYMBOLOGY_NAMES[barcode.symbology]} barcode of ${photoName}`;
+    input.value = latin1(bytes);
+    $('sample').value = '';
+    update();
+  }
+
+  function listBarcodes() {
+    const list = $('barcodes');
+    list.replaceChildren();
+    if ($('photo').hidden || !camera && barcodes.length === 0) return;
+    barcodes.forEach((barcode, index) => {
+      const result = parser.parse(barcode.bytes, { strict: strict.checked });
+      const button = element('button', `${SYMBOLOGY_NAMES[barcode.symbology]}: ${result ? result.formatName : 'not recognised'}`);
+      button.type = 'button';
+      button.dataset.symbology = barcode.symbology;
+      button.setAttribute('aria-pressed', String(index === barcodeShown));
+      button.addEventListener('click', () => showBarcode(index));
+      const item = element('li');
+      item.append(button);
+      list.append(item);
+    });
+    const count = barcodes.length === 1 ? 'One barcode' : `${barcodes.length} barcodes`;
+    list.prepend(element('li', `${count} in ${photoName}`, 'muted'));
+  }
+
+  function showFound(found, name) {
+    photoName = name;
+    barcodes = found;
+    barcodeShown = -1;
+    if (found.length === 0) {
+      bytes = null;
+      input.value = '';
+      show(null);
+      $('input-info').textContent = '';
+      message(`No PDF417 or Code 39 barcode was found in ${name}. Lay the card flat in good light, ` +
+        'with the barcode filling most of the picture.');
+      listBarcodes();
+      return;
+    }
+    const first = found.findIndex((barcode) => parser.parse(barcode.bytes, { strict: strict.checked }));
+    showBarcode(Math.max(0, first));
+  }
+
+  async function openPhoto(file) {
+    stopCamera();
+    message(`Reading the barcodes in ${file.name}…`);
+    try {
+      const pixels = await photoPixels(file);
+      showPhoto(true);
+      showFound(await readBarcodes(pixels), file.name);
+    } catch (error) {
+      showPhoto(false);
+      show(null);
+      message(`Cannot read ${file.name}: ${String(error && error.message || error)}.`);
+    }
+  }
+
+  async function scanFrame() {
+    const video = $('camera-view');
+    if (!camera || camera.busy || video.readyState < 2 || !video.videoWidth) return;
+    camera.busy = true;
+    try {
+      const found = await readBarcodes(draw(video, video.videoWidth, video.videoHeight));
+      if (camera && found.some((barcode) => parser.parse(barcode.bytes))) {
+        stopCamera();
+        showPhoto(true);
+        showFound(found, 'the camera\'s picture');
+      }
+    } catch (error) {
+      stopCamera();
+      message(`The camera's picture cannot be read: ${String(error && error.message || error)}.`);
+    } finally {
+      if (camera) camera.busy = false;
+    }
+  }
+
+  async function startCamera() {
+    let stream;
+    try {
+      await barcodeReader();
+      stream = await navigator.mediaDevices.getUserMedia({
+        video: { facingMode: 'environment', width: { ideal: 1920 }, height: { ideal: 1080 } }, audio: false,
+      });
+    } catch (error) {
+      message(`The camera cannot be used: ${String(error && error.message || error)}.`);
+      return;
+    }
+    const video = $('camera-view');
+    video.srcObject = stream;
+    showPhoto(true);
+    $('photo-view').hidden = true;
+    video.hidden = false;
+    camera = { stream, busy: false, timer: setInterval(scanFrame, 250) };
+    $('camera').textContent = 'Stop the camera';
+    message('Hold the barcode on the back of the card in front of the camera.');
+    await video.play().catch(() => {});
+  }
+
+  function stopCamera() {
+    if (!camera) return;
+    clearInterval(camera.timer);
+    for (const track of camera.stream.getTracks()) track.stop();
+    camera = null;
+    const video = $('camera-view');
+    video.srcObject = null;
+    video.hidden = true;
+    $('camera').textContent = 'Scan with the camera';
+    message('');
+  }
+
+  // The file's first bytes decide, as a photo may come without a type.
+  async function isPhoto(file) {
+    if (/^image\//.test(file.type)) return true;
+    const head = new Uint8Array(await file.slice(0, 12).arrayBuffer());
+    const starts = (...values) => values.every((value, i) => head[i] === value);
+    return starts(0x89, 0x50, 0x4e, 0x47) || starts(0xff, 0xd8, 0xff) || starts(0x47, 0x49, 0x46, 0x38) ||
+      starts(0x42, 0x4d) || (starts(0x52, 0x49, 0x46, 0x46) && latin1(head.subarray(8, 12)) === 'WEBP');
   }
 
   async function openFile(file) {
-    if (/^image\//.test(file.type)) {
-      message('This page reads the text a scanner wrote, not a picture of the barcode.');
+    if (await isPhoto(file)) {
+      await openPhoto(file);
       return;
     }
+    stopCamera();
+    showPhoto(false);
     bytes = new Uint8Array(await file.arrayBuffer());
     bytesName = file.name;
-    let text = '';
-    for (let i = 0; i < bytes.length; i += 8192) text += String.fromCharCode.apply(null, bytes.subarray(i, i + 8192));
-    input.value = text;
+    input.value = latin1(bytes);
     $('sample').value = '';
     update();
   }
@@ -191,6 +409,8 @@
     select.addEventListener('change', () => {
       const sample = globalThis.ORVANE_SAMPLES[Number(select.value)];
       if (!sample) return;
+      stopCamera();
+      showPhoto(false);
       bytes = null;
       input.value = sample.text;
       update();
@@ -199,15 +419,20 @@
 
   function wire() {
     input.addEventListener('input', () => {
+      stopCamera();
+      showPhoto(false);
       bytes = null;
       $('sample').value = '';
       update();
     });
     strict.addEventListener('change', update);
-    $('file').addEventListener('change', (event) => {
-      if (event.target.files[0]) openFile(event.target.files[0]);
-      event.target.value = '';
-    });
+    for (const id of ['file', 'take-photo']) {
+      $(id).addEventListener('change', (event) => {
+        if (event.target.files[0]) openFile(event.target.files[0]);
+        event.target.value = '';
+      });
+    }
+    $('camera').addEventListener('click', () => (camera ? stopCamera() : startCamera()));
     $('copy').addEventListener('click', copyJson);
     document.addEventListener('dragover', (event) => {
       event.preventDefault();
@@ -236,6 +461,9 @@
       return;
     }
     $('version').textContent = `orvane-parser ${parser.version}, running in this page`;
+    // The camera needs a secure page (https, localhost or a file) and a browser that offers it.
+    $('camera').hidden = !(navigator.mediaDevices && navigator.mediaDevices.getUserMedia) ||
+      typeof globalThis.ZXingWASM !== 'object';
     document.documentElement.dataset.ready = 'true';
     update();
   }

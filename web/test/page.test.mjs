@@ -1,12 +1,15 @@
 // Opens web/index.html from file:// in headless Chromium, driven through the DevTools
 // protocol over a pipe (no packages needed), pastes samples, opens a file and checks what
-// the page shows against the package's own answers. Screenshots go to build/web-page/.
+// the page shows against the package's own answers. Then it opens and drops photos of every
+// barcode sample (made by python/tests/photo_variants.py into build/web-photos/), hostile
+// image files, and shows the fake camera a licence. Screenshots go to build/web-page/.
 import assert from 'node:assert/strict';
 import { spawn, spawnSync } from 'node:child_process';
 import { once } from 'node:events';
 import fs from 'node:fs';
 import os from 'node:os';
 import path from 'node:path';
+import zlib from 'node:zlib';
 import { after, before, describe, test } from 'node:test';
 import { fileURLToPath, pathToFileURL } from 'node:url';
 
@@ -16,6 +19,16 @@ const shots = path.join(root, 'build', 'web-page');
 const chromium = process.env.CHROMIUM || ['chromium', 'chromium-browser', 'google-chrome'].find(
   (name) => spawnSync('sh', ['-c', `command -v ${name}`]).status === 0);
 const built = fs.existsSync(path.join(web, 'lib', 'orvane-parser.js'));
+const photos = path.join(root, 'build', 'web-photos');
+const python = process.env.PYTHON || (fs.existsSync('/usr/bin/python3') ? '/usr/bin/python3' : 'python3');
+
+// The photos are made once per build folder; without zxing-cpp's Python module the photo tests skip.
+function makePhotos() {
+  if (fs.existsSync(path.join(photos, 'manifest.json'))) return true;
+  const made = spawnSync(python, [path.join(root, 'python', 'tests', 'photo_variants.py'), photos], { stdio: 'inherit' });
+  return made.status === 0;
+}
+const havePhotos = Boolean(chromium) && makePhotos();
 
 // The DevTools protocol over --remote-debugging-pipe: JSON messages ended by a NUL byte.
 class DevTools {
@@ -146,9 +159,12 @@ describe('the web page in headless Chromium', { skip: !chromium && 'no chromium 
 
     profile = fs.mkdtempSync(path.join(os.tmpdir(), 'orvane-chromium-'));
     // As root Chromium needs --no-sandbox; the network flags keep it from calling out.
+    // The fake camera shows one frame of a licence's barcode, and asks for no permission.
+    const camera = havePhotos ? ['--use-fake-device-for-media-stream', '--use-fake-ui-for-media-stream',
+      `--use-file-for-fake-video-capture=${path.join(photos, 'camera.y4m')}`] : [];
     child = spawn(chromium, ['--headless', '--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run',
       '--disable-background-networking', '--disable-component-update', '--disable-sync', '--disable-extensions',
-      '--remote-debugging-pipe', `--user-data-dir=${profile}`, 'about:blank'], { stdio: ['ignore', 'ignore', 'pipe', 'pipe', 'pipe'] });
+      ...camera, '--remote-debugging-pipe', `--user-data-dir=${profile}`, 'about:blank'], { stdio: ['ignore', 'ignore', 'pipe', 'pipe', 'pipe'] });
     let stderr = '';
     child.stderr.on('data', (chunk) => { stderr = (stderr + chunk).slice(-4000); });
     child.on('exit', (code) => { if (code) process.stderr.write(`chromium exited ${code}: ${stderr}\n`); });
@@ -231,9 +247,104 @@ describe('the web page in headless Chromium', { skip: !chromium && 'no chromium 
     assert.match(nothing.message, /No format recognised/);
   });
 
+  // Waits until the page has finished with the photo called name: its barcode shown, or a message naming it.
+  async function photoDone(name) {
+    await until(`(() => {
+      const message = document.getElementById('message');
+      const said = !message.hidden && message.textContent.includes(${JSON.stringify(name)}) && !message.textContent.startsWith('Reading');
+      return said || document.getElementById('input-info').textContent.includes(${JSON.stringify(name)});
+    })()`, `the page to read ${name}`, 60000);
+    return readPage();
+  }
+
+  async function openPhoto(file) {
+    const { root: documentNode } = await call('DOM.getDocument');
+    const { nodeId } = await call('DOM.querySelector', { nodeId: documentNode.nodeId, selector: '#file' });
+    await call('DOM.setFileInputFiles', { nodeId, files: [file] });
+    return photoDone(path.basename(file));
+  }
+
+  async function dropFile(name, type, data) {
+    await evaluate(`(() => {
+      const bytes = Uint8Array.from(atob(${JSON.stringify(Buffer.from(data).toString('base64'))}), (c) => c.charCodeAt(0));
+      const transfer = new DataTransfer();
+      transfer.items.add(new File([bytes], ${JSON.stringify(name)}, { type: ${JSON.stringify(type)} }));
+      document.dispatchEvent(new DragEvent('drop', { dataTransfer: transfer, bubbles: true, cancelable: true }));
+    })()`);
+    return photoDone(name);
+  }
+
+  const photoSkip = !havePhotos && 'no photos: python3 with zxing-cpp, numpy and PIL makes them (scripts/setup)';
+
+  test('photos of every barcode sample show the sample\'s fields, or say no barcode was found', { skip: photoSkip }, async () => {
+    const { kinds, images } = JSON.parse(fs.readFileSync(path.join(photos, 'manifest.json'), 'utf8'));
+    const read = Object.fromEntries(kinds.map((kind) => [kind, [0, 0]]));
+    for (const photo of images) {
+      const page = await openPhoto(path.join(photos, photo.file));
+      read[photo.kind][1] += 1;
+      if (!page.shown) {
+        assert.match(page.message, /No PDF417 or Code 39 barcode was found/, photo.file);
+        continue;
+      }
+      read[photo.kind][0] += 1;
+      // What the page shows is what the package reads from the sample's text.
+      expectShown(page, parser.parse(samples.get(photo.sample)));
+      if (photo.file === 'aamva-2013-arizona.PDF417.background.png') await screenshot('photo-aamva-2013-arizona');
+    }
+    fs.mkdirSync(shots, { recursive: true });
+    fs.writeFileSync(path.join(shots, 'decode-table.json'), `${JSON.stringify({ page: read })}\n`);
+    assert.equal(read.clean[0], read.clean[1], 'every clean photo reads');
+  });
+
+  test('a dropped photo is read, and a text file after it as text', { skip: photoSkip }, async () => {
+    const page = await dropFile('licence.png', 'image/png', fs.readFileSync(path.join(photos, 'aamva-2013-arizona.PDF417.clean.png')));
+    expectShown(page, parser.parse(samples.get('aamva-2013-arizona')));
+    assert.deepEqual(await evaluate(`[...document.querySelectorAll('#barcodes button')].map((b) => b.dataset.symbology)`), ['PDF417']);
+    const text = await dropFile('passport.txt', 'text/plain', samples.get('mrz-passport'));
+    expectShown(text, parser.parse(samples.get('mrz-passport')));
+    assert.equal(await evaluate(`document.getElementById('photo').hidden`), true, 'the photo is put away');
+  });
+
+  test('hostile image files say so, and the page reads the next photo', { skip: photoSkip }, async () => {
+    const chunk = (kind, body) => {
+      const length = Buffer.alloc(4);
+      length.writeUInt32BE(body.length);
+      const crc = Buffer.alloc(4);
+      crc.writeUInt32BE(zlib.crc32(Buffer.concat([Buffer.from(kind), body])));
+      return Buffer.concat([length, Buffer.from(kind), body, crc]);
+    };
+    const header = Buffer.alloc(13);
+    header.writeUInt32BE(20000, 0);
+    header.writeUInt32BE(20000, 4);
+    header[8] = 8;
+    const huge = Buffer.concat([Buffer.from([0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a]), chunk('IHDR', header),
+      chunk('IDAT', zlib.deflateSync(Buffer.alloc(1))), chunk('IEND', Buffer.alloc(0))]);
+    const jpeg = fs.readFileSync(path.join(photos, 'aamva-2013-arizona.PDF417.jpeg.jpg'));
+    const hostile = [
+      ['garbage.png', 'image/png', Buffer.from('not a picture at all')],
+      ['huge.png', 'image/png', huge],
+      ['cut.jpg', 'image/jpeg', jpeg.subarray(0, 600)],
+      ['empty.jpg', 'image/jpeg', Buffer.alloc(0)],
+    ];
+    for (const [name, type, data] of hostile) {
+      const page = await dropFile(name, type, data);
+      assert.equal(page.shown, false, name);
+      assert.match(page.message, /^(Cannot read|No PDF417)/, `${name}: ${page.message}`);
+    }
+    expectShown(await dropFile('again.jpg', 'image/jpeg', jpeg), parser.parse(samples.get('aamva-2013-arizona')));
+  });
+
+  test('the camera finds the licence it is shown and stops', { skip: photoSkip }, async () => {
+    await evaluate(`document.getElementById('camera').click()`);
+    await until(`document.getElementById('input-info').textContent.includes('camera')`, 'the camera to read the licence', 30000);
+    expectShown(await readPage(), parser.parse(samples.get('aamva-2013-arizona')));
+    assert.equal(await evaluate(`document.getElementById('camera-view').hidden`), true, 'the camera is stopped');
+    await screenshot('camera-aamva-2013-arizona');
+  });
+
   test('nothing went wrong in the page and nothing left this machine', () => {
     assert.deepEqual(problems, []);
-    const outside = requests.filter((url) => !url.startsWith('file:') && !url.startsWith('data:'));
+    const outside = requests.filter((url) => !url.startsWith('file:') && !url.startsWith('data:') && !url.startsWith('blob:'));
     assert.deepEqual(outside, []);
   });
 });

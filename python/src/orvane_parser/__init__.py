@@ -15,10 +15,16 @@ and keeps the best reading::
 
 parse() raises NotRecognised when no format reads the input. For many inputs,
 keep a Parser (one per thread) and call its parse().
+
+From a photo of a licence's back, with zxing-cpp installed (python3-zxing-cpp)::
+
+    for document in orvane_parser.parse_image("licence-back.jpg"):
+        print(document.full_name, document.age)
 """
 
 from ._document import Check, CheckDigits, Document, Format, FormatGroup
 from ._errors import NotRecognised
+from ._image import parse_image
 from ._native import version as _native_version
 from ._parser import Parser, parse
 
@@ -31,6 +37,7 @@ __all__ = [
     "NotRecognised",
     "Parser",
     "parse",
+    "parse_image",
 ]
 
 __version__: str = _native_version()

@@ -1,7 +1,7 @@
-"""python3 -m orvane_parser [--strict] [--symbol COLUMNS,ROWS,LEVEL] [FILE...]
+"""python3 -m orvane_parser [--strict] [--symbol COLUMNS,ROWS,LEVEL] [--image] [FILE...]
 
-Prints the same JSON lines as the orvane-parse command: one object per input, its
-name first, then the library's result object.
+Prints the same JSON lines as the orvane-parse command: one object per input (with
+--image, per barcode in each photo), its name first, then the library's result object.
 """
 
 from __future__ import annotations
@@ -14,10 +14,11 @@ from typing import BinaryIO, TextIO
 from . import __version__
 from ._document import _library_json
 from ._errors import NotRecognised
+from ._image import _read_barcodes
 from ._parser import Parser
 
 _PROGRAM = "python3 -m orvane_parser"
-_USAGE = f"""usage: {_PROGRAM} [--strict] [--symbol COLUMNS,ROWS,LEVEL] [FILE...]
+_USAGE = f"""usage: {_PROGRAM} [--strict] [--symbol COLUMNS,ROWS,LEVEL] [--image] [FILE...]
 
 Parses each FILE (standard input when none is given, or for "-") as one scanned
 input, byte for byte: the text of a PDF417 barcode, a magnetic stripe or a
@@ -33,11 +34,14 @@ first when that gives the better reading.
   --strict        parse exactly as the formats are written, repairing nothing
   --symbol C,R,L  also check that a PDF417 symbol of C data columns, R rows and
                   error-correction level L is one the jurisdiction prints
+  --image         each FILE is a photo (PNG or JPEG): every PDF417 and Code 39
+                  barcode in it is read and parsed, one line per barcode with its
+                  symbology under "barcode" (null when the photo shows none)
   --version       print the library's version
   -h, --help      show this help
 
-Exit status: 0 when every input was recognised, 1 when one was not, 2 for a file
-that could not be read or a bad option.
+Exit status: 0 when every input was recognised (a photo when one of its barcodes
+was), 1 when one was not, 2 for a file that could not be read or a bad option.
 """
 # What orvane-parse takes: three integers, blanks allowed before each, nothing after.
 _SYMBOL = re.compile(r"\s*([+-]?\d+),\s*([+-]?\d+),\s*([+-]?\d+)", re.ASCII)
@@ -49,6 +53,7 @@ class _Options:
         self.files: list[str] = []
         self.strict = False
         self.symbol: tuple[int, int, int] | None = None
+        self.image = False
 
 
 def _read_options(arguments: list[str], out: TextIO, err: TextIO) -> _Options | int:
@@ -66,6 +71,8 @@ def _read_options(arguments: list[str], out: TextIO, err: TextIO) -> _Options | 
             return 0
         if argument == "--strict":
             options.strict = True
+        elif argument == "--image":
+            options.image = True
         elif argument == "--symbol":
             match = _SYMBOL.fullmatch(arguments[at]) if at < len(arguments) else None
             at += 1
@@ -100,6 +107,31 @@ def _parse_one(parser: Parser, name: str, source: BinaryIO, options: _Options, o
     return 0
 
 
+def _parse_image(parser: Parser, name: str, source: BinaryIO, options: _Options, out: TextIO, err: TextIO) -> int:
+    try:
+        barcodes = _read_barcodes(source.read())
+    except ImportError as error:
+        err.write(f"{_PROGRAM}: {error}\n")
+        return 2
+    except (OSError, ValueError) as error:
+        err.write(f"{_PROGRAM}: cannot read the image {name}: {error}\n")
+        return 2
+    quoted = _library_json(os.fsencode(name).decode("latin-1"))
+    if not barcodes:
+        out.write(f'{{"input":{quoted},"barcode":null,"status":-17}}\n')
+        err.write(f"{_PROGRAM}: {name}: no PDF417 or Code 39 barcode found\n")
+        return 1
+    recognised = False
+    for barcode in barcodes:
+        status, text = parser._parse_json(barcode.data, options.strict, options.symbol)
+        out.write(f'{{"input":{quoted},"barcode":"{barcode.symbology}",{text[1:]}\n')
+        recognised = recognised or status == 0
+    if not recognised:
+        err.write(f"{_PROGRAM}: {name}: no known format recognised its barcodes\n")
+        return 1
+    return 0
+
+
 def main(arguments: list[str] | None = None, out: TextIO | None = None, err: TextIO | None = None) -> int:
     """Runs the command on the arguments (sys.argv[1:] by default); returns the exit status."""
     out = sys.stdout if out is None else out
@@ -110,8 +142,9 @@ def main(arguments: list[str] | None = None, out: TextIO | None = None, err: Tex
     worst = 0
     with Parser() as parser:
         for file in options.files:
+            parse_one = _parse_image if options.image else _parse_one
             if file == "-":
-                result = _parse_one(parser, "<stdin>", sys.stdin.buffer, options, out, err)
+                result = parse_one(parser, "<stdin>", sys.stdin.buffer, options, out, err)
             else:
                 try:
                     source = open(file, "rb")
@@ -120,7 +153,7 @@ def main(arguments: list[str] | None = None, out: TextIO | None = None, err: Tex
                     result = 2
                 else:
                     with source:
-                        result = _parse_one(parser, file, source, options, out, err)
+                        result = parse_one(parser, file, source, options, out, err)
             out.flush()
             worst = max(worst, result)
     return worst
