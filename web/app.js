@@ -187,14 +187,19 @@
   // has both, and the PDF417 symbol holds more), each once.
   async function readBarcodes(pixels) {
     const zxing = await barcodeReader();
-    const results = await zxing.readBarcodes(pixels, {
-      formats: ['PDF417', 'Code39'], tryHarder: true, tryRotate: true, tryDownscale: true, maxNumberOfSymbols: 8,
-    });
     const found = [];
-    for (const result of results) {
-      if (!result.isValid || !result.bytes || result.bytes.length === 0) continue;
-      const barcode = { symbology: result.format === 'PDF417' ? 'PDF417' : 'Code39', bytes: new Uint8Array(result.bytes) };
-      if (!found.some((other) => other.symbology === barcode.symbology && sameBytes(other.bytes, barcode.bytes))) found.push(barcode);
+    // The local binarizer reads most photos; a fixed threshold reads the dim, blurred and
+    // tilted ones it misses, so the others are tried only when it finds nothing.
+    for (const binarizer of ['LocalAverage', 'FixedThreshold', 'GlobalHistogram']) {
+      const results = await zxing.readBarcodes(pixels, {
+        formats: ['PDF417', 'Code39'], binarizer, tryHarder: true, tryRotate: true, tryDownscale: true, maxNumberOfSymbols: 8,
+      });
+      for (const result of results) {
+        if (!result.isValid || !result.bytes || result.bytes.length === 0) continue;
+        const barcode = { symbology: result.format === 'PDF417' ? 'PDF417' : 'Code39', bytes: new Uint8Array(result.bytes) };
+        if (!found.some((other) => other.symbology === barcode.symbology && sameBytes(other.bytes, barcode.bytes))) found.push(barcode);
+      }
+      if (found.length > 0) break;
     }
     return found.sort((a, b) => (a.symbology !== 'PDF417') - (b.symbology !== 'PDF417'));
   }
