@@ -257,8 +257,59 @@ int isMrzZoneCharacter(int c) { return isAsciiDigit(c) || isAsciiUpper(c) || c =
 int isMrzCodeCharacter(int c) { return isAsciiUpper(c) || c == '<'; }
 bool isMrzCardType(char first, char second) { return charInSet(first, "ACI") && second != 'V'; }
 
+namespace {
+
+// The bytes the zone framing keeps: letters, digits and "<".
+struct ZoneBytes {
+    bool kept[256];
+};
+constexpr ZoneBytes makeZoneBytes() {
+    ZoneBytes z{};
+    for (int c = 0; c < 256; ++c) z.kept[c] = isAsciiAlnum(c) || c == '<';
+    return z;
+}
+constexpr ZoneBytes kZoneBytes = makeZoneBytes();
+
+// The first two characters of the zone the framing would make of the caller's bytes,
+// upper-cased as it does.
+struct ZoneOpening {
+    char first;
+    char second;
+    int32_t next;  // the index after the second
+};
+
+ZoneOpening openZone(const TextFacts& input) {
+    ZoneOpening opening{'\0', '\0', 0};
+    int32_t i = 0;
+    while (i < input.length && !kZoneBytes.kept[static_cast<unsigned char>(input.text[i])]) ++i;
+    if (i == input.length) return ZoneOpening{'\0', '\0', i};
+    opening.first = toAsciiUpper(input.text[i++]);
+    while (i < input.length && !kZoneBytes.kept[static_cast<unsigned char>(input.text[i])]) ++i;
+    if (i < input.length) opening.second = toAsciiUpper(input.text[i++]);
+    opening.next = i;
+    return opening;
+}
+
+// Whether the zone may have that many characters: the framing leaves the input's last
+// byte out when the input fills the buffers, so one more may be counted here.
+bool mayHaveLength(const TextFacts& input, const ZoneOpening& opening, int32_t length) {
+    int32_t characters = (opening.first != '\0') + (opening.second != '\0');
+    for (int32_t i = opening.next; i < input.length && characters <= length + 1; ++i) {
+        characters += kZoneBytes.kept[static_cast<unsigned char>(input.text[i])];
+    }
+    return characters == length || characters == length + 1;
+}
+
+}  // namespace
+
+// The zone readers' checks judge the caller's bytes, so that inputs of other documents
+// never pay for the zone framing.
+
 // Two lines of 44, a passport's "P" first.
-bool mayReadMrzFormat64(const TextFacts& f) { return f.length == kTd3Length && f.at(0) == 'P'; }
+bool mayReadMrzFormat64(const TextFacts& f) {
+    const ZoneOpening zone = openZone(f);
+    return zone.first == 'P' && mayHaveLength(f, zone, kTd3Length);
+}
 
 int32_t parseMrzFormat64(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     if (int32_t status = checkZone(text, length, record, clock, kTd3Length)) return status;
@@ -269,7 +320,10 @@ int32_t parseMrzFormat64(char* text, int32_t length, ParsedRecord* record, const
 }
 
 // Three lines of 30 of an identity card.
-bool mayReadMrzFormat65(const TextFacts& f) { return f.length == kTd1Length && isMrzCardType(f.at(0), f.at(1)); }
+bool mayReadMrzFormat65(const TextFacts& f) {
+    const ZoneOpening zone = openZone(f);
+    return isMrzCardType(zone.first, zone.second) && mayHaveLength(f, zone, kTd1Length);
+}
 
 int32_t parseMrzFormat65(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     if (int32_t status = checkZone(text, length, record, clock, kTd1Length)) return status;
@@ -282,7 +336,10 @@ int32_t parseMrzFormat65(char* text, int32_t length, ParsedRecord* record, const
 }
 
 // Two lines of 36 of an identity card.
-bool mayReadMrzFormat66(const TextFacts& f) { return f.length == kTd2Length && isMrzCardType(f.at(0), f.at(1)); }
+bool mayReadMrzFormat66(const TextFacts& f) {
+    const ZoneOpening zone = openZone(f);
+    return isMrzCardType(zone.first, zone.second) && mayHaveLength(f, zone, kTd2Length);
+}
 
 int32_t parseMrzFormat66(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     if (int32_t status = checkZone(text, length, record, clock, kTd2Length)) return status;
@@ -294,7 +351,8 @@ int32_t parseMrzFormat66(char* text, int32_t length, ParsedRecord* record, const
 
 // A visa of either length.
 bool mayReadMrzFormat67(const TextFacts& f) {
-    return (f.length == kLongVisaLength || f.length == kShortVisaLength) && f.at(0) == 'V';
+    const ZoneOpening zone = openZone(f);
+    return zone.first == 'V' && (mayHaveLength(f, zone, kLongVisaLength) || mayHaveLength(f, zone, kShortVisaLength));
 }
 
 int32_t parseMrzFormat67(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {

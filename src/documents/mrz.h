@@ -14,7 +14,8 @@ int32_t parseMrzFormat65(char* text, int32_t length, ParsedRecord* record, const
 int32_t parseMrzFormat66(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
 int32_t parseMrzFormat67(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
 
-// Necessary conditions of each reader's acceptance, for the driver's quick refusals.
+// Necessary conditions of each reader's acceptance, for the driver's quick refusals,
+// judged on the caller's bytes before the zone framing.
 bool mayReadMrzFormat64(const TextFacts& facts);
 bool mayReadMrzFormat65(const TextFacts& facts);
 bool mayReadMrzFormat66(const TextFacts& facts);

@@ -153,13 +153,13 @@ SharedText& sharedRaw(ParseRun& run) {
 }
 
 // The facts a row's quick check judges: those of its own text, or of the text its own
-// is made from (the caller's bytes before the Latin-1 fold, the barcode framing before
-// the strict replacement); null when the row's framer refuses the input.
+// is made from (the caller's bytes before the Latin-1 fold or the zone framing, the
+// barcode framing before the strict replacement); null when the row's framer refuses
+// the input.
 const TextFacts* factsForRow(ParseRun& run, Framer framer) {
     SharedText* shared = nullptr;
     if (framer == frameBarcodeText || framer == frameBarcodeTextStrict) shared = &sharedBarcode(run);
-    if (framer == frameMrz) shared = &sharedZone(run);
-    if (framer == framePassThrough || framer == frameLatin1) shared = &sharedRaw(run);
+    if (framer == framePassThrough || framer == frameLatin1 || framer == frameMrz) shared = &sharedRaw(run);
     if (shared == nullptr || shared->status != kOk) return nullptr;
     return &shared->facts;
 }
