@@ -157,18 +157,8 @@ int32_t copyLiteralZ(char* dst, int32_t cap, const char* text) {
 
 FieldSlot* setFieldFromSpan(ParsedRecord* record, FieldId id, TextSpan span,
                             const char* replaceSet, const char* collapseSet, char replaceChar) {
-    if (!hasMembers(replaceSet) && !hasMembers(collapseSet)) {
-        // Nothing to filter, the common case: a plain copy.
-        return storeCopy(
-            record, id,
-            [&](char* dst, int32_t room) {
-                if (!spanUsable(span)) return 0;
-                const int32_t n = span.length < room ? span.length : room;
-                std::memmove(dst, span.data, static_cast<size_t>(n));
-                return n;
-            },
-            sameLength);
-    }
+    // Nothing to filter, the common case: a plain copy.
+    if (!hasMembers(replaceSet) && !hasMembers(collapseSet)) return setField(record, id, span);
     return storeCopy(
         record, id,
         [&](char* dst, int32_t room) {

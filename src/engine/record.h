@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "engine/field_ids.h"
 
@@ -97,9 +98,59 @@ FieldSlot* setFieldProduced(ParsedRecord* record, FieldId id, const void* contex
                             FieldProducer producer);
 FieldSlot* setFieldLiteral(ParsedRecord* record, FieldId id, const char* text);
 FieldSlot* setFieldDate(ParsedRecord* record, FieldId id, const DateValue* date);
-// setFieldFromSpan with nothing filtered: the value as it stands.
+// Copies n bytes as memmove does; values are short, so most take two loads and two
+// stores, all loads first so that overlapping spans still copy right.
+inline void moveValueBytes(char* dst, const char* src, int32_t n) {
+    if (n >= 8 && n <= 16) {
+        uint64_t head;
+        uint64_t tail;
+        std::memcpy(&head, src, 8);
+        std::memcpy(&tail, src + n - 8, 8);
+        std::memcpy(dst, &head, 8);
+        std::memcpy(dst + n - 8, &tail, 8);
+    } else if (n >= 4 && n < 8) {
+        uint32_t head;
+        uint32_t tail;
+        std::memcpy(&head, src, 4);
+        std::memcpy(&tail, src + n - 4, 4);
+        std::memcpy(dst, &head, 4);
+        std::memcpy(dst + n - 4, &tail, 4);
+    } else if (n >= 1 && n < 4) {
+        const char first = src[0];
+        const char middle = src[n / 2];
+        const char last = src[n - 1];
+        dst[0] = first;
+        dst[n / 2] = middle;
+        dst[n - 1] = last;
+    } else if (n > 16) {
+        std::memmove(dst, src, static_cast<size_t>(n));
+    }
+}
+
+// setFieldFromSpan with nothing filtered: the value as it stands. Inline, since readers
+// store most values so.
 inline FieldSlot* setField(ParsedRecord* record, FieldId id, TextSpan span) {
-    return setFieldFromSpan(record, id, span, nullptr, nullptr, '\0');
+    if (record == nullptr || id >= kFieldCount) return nullptr;
+    FieldSlot* slot = &record->fields[id];
+    int32_t n = spanUsable(span) ? span.length : 0;
+    const int32_t room = record->workCapacity - record->workUsed;
+    if (n > room) n = room;
+    if (record->workBuffer == nullptr || n < 1) {
+        slot->data = nullptr;
+        slot->length = 0;
+        return slot;
+    }
+    char* dst = record->workBuffer + record->workUsed;
+    moveValueBytes(dst, span.data, n);
+    slot->data = dst;
+    slot->length = n;
+    record->workUsed += n;
+    // The terminator, while room remains for one more value.
+    if (record->workUsed < record->workCapacity - 1) {
+        record->workBuffer[record->workUsed] = '\0';
+        record->workUsed += 1;
+    }
+    return slot;
 }
 // Stores the text only when the slot is still empty.
 void setFieldLiteralIfMissing(ParsedRecord* record, FieldId id, const char* text);
