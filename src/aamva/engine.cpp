@@ -25,20 +25,30 @@ bool isNumericHeaderChar(char c) {
            c == '+' || c == '-';
 }
 
-// Applies every pair of the key, in table order: through the table's key index when it
-// has one, else by walking the table.
+// The default store, called directly rather than through the step.
+inline void storeTrimmedElement(AamvaParser& p, FieldId id, TextSpan value) {
+    trimIf(&value, isBlankOrNul);
+    setField(p.record, id, value);
+}
+
+// Applies every pair of the key, in table order: through the table's index when it has
+// one, else by walking the table.
 void storeElement(AamvaParser& p, uint32_t key, TextSpan value, const AamvaElementTable& table) {
     if (p.elementStore == nullptr) return;
-    if (table.byKey.empty()) {
+    if (table.index == nullptr) {
         for (int32_t i = 0; i < table.count; ++i) {
             if (table.pairs[i].key == key) p.elementStore(p, static_cast<FieldId>(table.pairs[i].value), value);
         }
         return;
     }
-    auto at = std::lower_bound(table.byKey.begin(), table.byKey.end(), key,
-                               [](const PairEntry& entry, uint32_t k) { return entry.key < k; });
-    for (; at != table.byKey.end() && at->key == key; ++at) {
-        if (at->value < table.count) p.elementStore(p, static_cast<FieldId>(table.pairs[at->value].value), value);
+    const ElementSlot& slot = findElementSlot(*table.index, key);
+    for (int32_t i = 0; i < slot.count; ++i) {
+        const FieldId id = static_cast<FieldId>(table.pairs[slot.positions[i]].value);
+        if (p.elementStore == aamvaElementStore) {
+            storeTrimmedElement(p, id, value);
+        } else {
+            p.elementStore(p, id, value);
+        }
     }
 }
 
@@ -239,8 +249,7 @@ int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters, 
 }
 
 int32_t aamvaElementStore(AamvaParser& p, FieldId id, TextSpan value) {
-    trimIf(&value, isBlankOrNul);
-    setField(p.record, id, value);
+    storeTrimmedElement(p, id, value);
     return kOk;
 }
 
