@@ -326,9 +326,11 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
     HeaderVersion bestVersion{false, {}};
     for (int32_t r = 0; r < static_cast<int32_t>(rows.size()); ++r) {
         const FormatDescriptor& row = rows[static_cast<size_t>(r)];
-        if (row.mayRead != nullptr) {
+        if (row.mayRead != nullptr || row.readsAsEarlierRow != nullptr) {
             const TextFacts* facts = factsForRow(run, row.framer);
-            if (facts == nullptr || !row.mayRead(*facts)) continue;
+            if (facts == nullptr) continue;
+            if (row.mayRead != nullptr && !row.mayRead(*facts)) continue;
+            if (row.readsAsEarlierRow != nullptr && row.readsAsEarlierRow(*facts)) continue;
         }
         char* text = nullptr;
         int32_t length = 0;
