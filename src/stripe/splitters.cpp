@@ -36,8 +36,8 @@ int32_t pickTrimmedLines(TextSpan payload, TextSpan* tracks, int32_t count, cons
 bool isDigitByte(char c) { return isAsciiDigit(static_cast<unsigned char>(c)) != 0; }
 bool isLetterByte(char c) { return isAsciiAlpha(static_cast<unsigned char>(c)) != 0; }
 
-// Format 10's end test: a "?" last at a length that real tracks have, or "^" (after
-// blanks) just before that "?"; otherwise a "?" at most 10 bytes before the end.
+}  // namespace
+
 bool hasCredibleEnd(TextSpan track) {
     const int32_t n = track.length;
     if (track.data[n - 1] == '?') {
@@ -51,8 +51,6 @@ bool hasCredibleEnd(TextSpan track) {
     }
     return false;
 }
-
-}  // namespace
 
 int32_t splitAtSentinel(StripeParser&, const char* payload, int32_t length, TrackSet* tracks) {
     if (length < 5) return kErrPayloadTooShort;
