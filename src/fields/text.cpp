@@ -42,15 +42,6 @@ int32_t findFrom(const char* text, int32_t length, int32_t from, TextSpan patter
 
 
 
-int isStripeCityChar(int c) {
-    return isAsciiAlpha(c) || c == ' ' || c == '\t' || charInSet(static_cast<char>(c), ".-'/");
-}
-int isStripeNameChar(int c) {
-    return isAsciiAlpha(c) || c == ' ' || charInSet(static_cast<char>(c), "$,.-'");
-}
-int isStripeAddressChar(int c) {
-    return isAsciiAlnum(c) || c == ' ' || c == '\t' || charInSet(static_cast<char>(c), "$,.-'#/");
-}
 
 void trimLeadingSet(TextSpan* span, const char* set) {
     if (span == nullptr || span->data == nullptr || set == nullptr) return;

@@ -47,9 +47,36 @@ inline constexpr const char* kBlank = " ";
 // carry. Letters and blanks everywhere; the city adds the punctuation of place names,
 // the name adds "$" between its parts, the address adds digits, "$" between its lines
 // and the punctuation of street addresses. None holds "^" or "?": they end the fields.
-int isStripeCityChar(int c);     // letters, blank, tab, . - ' /
-int isStripeNameChar(int c);     // letters, blank, $ , . - '
-int isStripeAddressChar(int c);  // letters, digits, blank, tab, $ , . - ' # /
+// One bit per class in a table of the 256 byte values: the searches test every byte.
+inline constexpr uint8_t kStripeCityClass = 1;
+inline constexpr uint8_t kStripeNameClass = 2;
+inline constexpr uint8_t kStripeAddressClass = 4;
+struct StripeCharClasses {
+    uint8_t of[256];
+};
+constexpr StripeCharClasses makeStripeCharClasses() {
+    StripeCharClasses t{};
+    for (int c = 0; c < 256; ++c) {
+        const bool letter = isAsciiAlpha(c);
+        auto among = [c](const char* set) {
+            for (const char* p = set; *p != '\0'; ++p) {
+                if (*p == c) return true;
+            }
+            return false;
+        };
+        if (letter || among(" \t.-'/")) t.of[c] |= kStripeCityClass;
+        if (letter || among(" $,.-'")) t.of[c] |= kStripeNameClass;
+        if (letter || isAsciiDigit(c) || among(" \t$,.-'#/")) t.of[c] |= kStripeAddressClass;
+    }
+    return t;
+}
+inline constexpr StripeCharClasses kStripeCharClasses = makeStripeCharClasses();
+inline int stripeCharHas(int c, uint8_t stripeClass) {
+    return c >= 0 && c < 256 && (kStripeCharClasses.of[c] & stripeClass) != 0;
+}
+inline int isStripeCityChar(int c) { return stripeCharHas(c, kStripeCityClass); }        // letters, blank, tab, . - ' /
+inline int isStripeNameChar(int c) { return stripeCharHas(c, kStripeNameClass); }        // letters, blank, $ , . - '
+inline int isStripeAddressChar(int c) { return stripeCharHas(c, kStripeAddressClass); }  // letters, digits, blank, tab, $ , . - ' # /
 // Read as a blank when a stripe's city or address is stored: a slash or tab between two
 // words of a city, "$" between two address lines.
 inline constexpr const char* kStripeCityReplaceChars = "/\t";
