@@ -41,16 +41,23 @@ struct UpperCase {
     }
 };
 
-// Whether the mapping changes only a-z, to A-Z, for every byte the facts hold.
+// Whether the mapping changes only a-z, to A-Z, for every byte the facts hold; asks
+// std::toupper about each byte not asked before.
 bool mapsLikeAscii(UpperCase& upper, const TextFacts& facts) {
+    bool ascii = true;
     for (int word = 0; word < 4; ++word) {
+        for (uint64_t bits = facts.bytes[word] & ~upper.known[word]; bits != 0; bits &= bits - 1) {
+            const int c = word * 64 + std::countr_zero(bits);
+            upper.table[c] = static_cast<unsigned char>(std::toupper(c));
+        }
+        upper.known[word] |= facts.bytes[word];
         for (uint64_t bits = facts.bytes[word]; bits != 0; bits &= bits - 1) {
             const int c = word * 64 + std::countr_zero(bits);
-            const int plain = (c >= 'a' && c <= 'z') ? c - 'a' + 'A' : c;
-            if (upper.map(static_cast<unsigned char>(c)) != plain) return false;
+            const int plain = c - (static_cast<unsigned>(c - 'a') < 26u ? 'a' - 'A' : 0);
+            ascii = ascii && upper.table[c] == plain;
         }
     }
-    return true;
+    return ascii;
 }
 
 // Flips a-z to A-Z eight bytes at a time; other bytes, high ones included, stay.
@@ -303,7 +310,7 @@ void leaveLastReadersRecord(ParseRun& run, std::span<const FormatDescriptor> row
 
 int32_t countFilledFields(const ParsedRecord* record) {
     int32_t filled = 0;
-    for (const FieldSlot& slot : record->fields) filled += spanUsable(slot) ? 1 : 0;
+    for (const FieldSlot& slot : record->fields) filled += static_cast<int32_t>((slot.data != nullptr) & (slot.length >= 1));
     return filled;
 }
 
