@@ -236,9 +236,18 @@ FieldSlot* setFieldDate(ParsedRecord* record, FieldId id, const DateValue* date)
     char* dst = record->workBuffer + record->workUsed;
     // A component wider than its field writes nothing and leaves the zero bytes of the
     // reset buffer in its place, deliberately.
-    formatInt(date->year, dst, 4, 1);
-    formatInt(date->month, dst + 4, 2, 1);
-    formatInt(date->day, dst + 6, 2, 1);
+    const DateValue& d = *date;
+    if (d.year >= 0 && d.year <= 9999 && d.month >= 0 && d.month <= 99 && d.day >= 0 && d.day <= 99) {
+        const char digits[8] = {static_cast<char>('0' + d.year / 1000), static_cast<char>('0' + d.year / 100 % 10),
+                                static_cast<char>('0' + d.year / 10 % 10), static_cast<char>('0' + d.year % 10),
+                                static_cast<char>('0' + d.month / 10),     static_cast<char>('0' + d.month % 10),
+                                static_cast<char>('0' + d.day / 10),       static_cast<char>('0' + d.day % 10)};
+        std::memcpy(dst, digits, 8);
+    } else {
+        formatInt(date->year, dst, 4, 1);
+        formatInt(date->month, dst + 4, 2, 1);
+        formatInt(date->day, dst + 6, 2, 1);
+    }
     FieldSlot* slot = &record->fields[id];
     slot->data = dst;
     slot->length = 8;
@@ -293,9 +302,24 @@ int32_t attachWorkBuffer(ParsedRecord* record, char* buffer, int32_t capacity) {
 
 void sanitizeWorkBuffer(ParsedRecord* record) {
     if (record == nullptr || record->workBuffer == nullptr) return;
-    for (int32_t i = 0; i < record->workUsed && i < record->workCapacity; ++i) {
-        const unsigned char c = static_cast<unsigned char>(record->workBuffer[i]);
-        if (c != 0 && (c < 0x20 || c > 0x7E)) record->workBuffer[i] = ' ';
+    char* buffer = record->workBuffer;
+    const int32_t used = record->workUsed < record->workCapacity ? record->workUsed : record->workCapacity;
+    int32_t i = 0;
+    // Eight bytes at a time while they hold only printable bytes and terminators.
+    constexpr uint64_t kOnes = 0x0101010101010101ull;
+    constexpr uint64_t kHigh = 0x8080808080808080ull;
+    for (; i + 8 <= used; i += 8) {
+        uint64_t word;
+        std::memcpy(&word, buffer + i, 8);
+        const uint64_t low = word & ~kHigh;
+        const uint64_t below20 = ~(low + (0x80 - 0x20) * kOnes) & kHigh;  // high bit: low 7 bits < 0x20
+        const uint64_t is7f = ~((low ^ 0x7F * kOnes) + 0x7F * kOnes) & kHigh;  // high bit: low 7 bits == 0x7F
+        const uint64_t zero = ~((word & ~kHigh) + 0x7F * kOnes) & ~word & kHigh;  // high bit: byte == 0
+        if ((((below20 & ~zero) | is7f | word) & kHigh) != 0) break;  // the byte loop below rewrites them
+    }
+    for (; i < used; ++i) {
+        const unsigned char c = static_cast<unsigned char>(buffer[i]);
+        if (c != 0 && (c < 0x20 || c > 0x7E)) buffer[i] = ' ';
     }
 }
 
