@@ -49,9 +49,12 @@ int32_t copyPrintableTail(const char* input, int32_t inputLength, char* out, int
 }
 
 bool containsSpelledLineBreak(const char* text, int32_t n) {
+    if (std::memchr(text, '[', static_cast<size_t>(n)) == nullptr) return false;
     const TextSpan all{text, n};
     return spanFind(all, makeSpan("[0D]")) >= 0 || spanFind(all, makeSpan("[0A]")) >= 0;
 }
+
+bool containsByte(const char* text, int32_t n, char c) { return findEitherByte(text, n, c, c) < n; }
 
 int32_t hexValue(char c) {
     if (c >= '0' && c <= '9') return c - '0';
@@ -182,7 +185,12 @@ int32_t frameBarcodeText(const char* input, int32_t inputLength, char* out, int3
     n = compactEscapes(out, n);
     n = trimLineBreaksAndBlanks(out, n);
     out[n] = '\0';
+    // A pattern whose first byte the text lacks changes nothing; the header replacements
+    // may bring carriage returns, so that is asked again before the line-end ones.
+    char lacking = containsByte(out, n, '@') ? '\0' : '@';
     for (const Replacement& r : kBarcodeReplacements) {
+        if (r.pattern[0] == '\r' && lacking != '\r') lacking = containsByte(out, n, '\r') ? '\0' : '\r';
+        if (r.pattern[0] == lacking) continue;
         n = replaceAll(out, n, limit, TextSpan{r.pattern, r.patternLength},
                        TextSpan{r.replacement, r.replacementLength});
         out[n] = '\0';

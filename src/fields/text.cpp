@@ -27,12 +27,15 @@ int32_t compareBytes(char a, char b) {
 // First occurrence of the pattern in text[from, length), or -1; memchr finds the
 // candidates so that text without the pattern's first byte is skipped quickly.
 int32_t findFrom(const char* text, int32_t length, int32_t from, TextSpan pattern) {
-    const size_t rest = static_cast<size_t>(pattern.length - 1);
+    const int32_t rest = pattern.length - 1;
+    const char first = pattern.data[0];
     while (length - from >= pattern.length) {
-        const void* hit = std::memchr(text + from, pattern.data[0], static_cast<size_t>(length - from - static_cast<int32_t>(rest)));
-        if (hit == nullptr) return -1;
-        const int32_t at = static_cast<int32_t>(static_cast<const char*>(hit) - text);
-        if (std::memcmp(text + at + 1, pattern.data + 1, rest) == 0) return at;
+        const int32_t window = length - from - rest;
+        const int32_t at = from + findEitherByte(text + from, window, first, first);
+        if (at - from == window) return -1;
+        int32_t same = 0;
+        while (same < rest && text[at + 1 + same] == pattern.data[1 + same]) ++same;
+        if (same == rest) return at;
         from = at + 1;
     }
     return -1;
