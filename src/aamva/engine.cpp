@@ -64,20 +64,25 @@ char payloadByte(TextSpan payload, int32_t index) {
 }
 
 bool readHeaderNumber(TextSpan payload, uint32_t offset, uint32_t length, int32_t* value) {
-    char field[16] = {};
-    const uint32_t n = length < sizeof field - 1 ? length : sizeof field - 1;
-    std::memcpy(field, payload.data + offset, n);
-    for (uint32_t i = 0; i < n && field[i] != '\0'; ++i) {
-        if (!isNumericHeaderChar(field[i])) return false;
+    // At most 15 bytes, and only those before a NUL.
+    const uint32_t n = length < 15 ? length : 15;
+    const char* field = payload.data + offset;
+    uint32_t end = 0;
+    for (; end < n && field[end] != '\0'; ++end) {
+        if (!isNumericHeaderChar(field[end])) return false;
     }
-    const int64_t number = readLeadingInteger(TextSpan{field, static_cast<int32_t>(std::strlen(field))});
+    const int64_t number = readLeadingInteger(TextSpan{field, static_cast<int32_t>(end)});
     *value = static_cast<int32_t>(number > INT32_MAX ? INT32_MAX : number < -INT32_MAX ? -INT32_MAX : number);
     return true;
 }
 
 int32_t findDataStart(TextSpan payload, int32_t fallback) {
     if (payload.data == nullptr || payload.length <= 12) return fallback;
-    for (int32_t i = 0; payload.length - i >= 13; ++i) {
+    // Candidates are found by the "D" or "I" of their subfile type, 8 bytes in.
+    const int32_t last = payload.length - 13;
+    for (int32_t i = 0; i <= last; ++i) {
+        i += findEitherByte(payload.data + i + 8, last - i + 1, 'D', 'I');
+        if (i > last) break;
         const char* at = payload.data + i;
         if (isSubfileType(at + 8) && allDigits(at, 8) && allLetters(at + 10, 3)) return i + 10;
     }
