@@ -168,23 +168,35 @@ inline int32_t nextToken(TextSpan span, TextSpan* token, TextSpan* rest, const c
     *rest = TextSpan{span.data, 0};
     if (span.data == nullptr || span.length < 1) return 0;
     const char* set = delimiters != nullptr ? delimiters : "";
+    const int32_t count = set[0] == '\0' ? 0 : set[1] == '\0' ? 1 : set[2] == '\0' ? 2 : 3;
+    // Membership of each byte value as a bit, for the byte loops; NUL is never a member.
+    uint64_t members[4] = {};
+    if ((flags & kSkipEmptyTokens) || count > 2) {
+        for (const char* p = set; *p != '\0'; ++p) {
+            const unsigned char c = static_cast<unsigned char>(*p);
+            members[c >> 6] |= uint64_t{1} << (c & 63);
+        }
+    }
+    auto isDelimiter = [&members](char c) {
+        const unsigned char b = static_cast<unsigned char>(c);
+        return (members[b >> 6] >> (b & 63) & 1) != 0;
+    };
     int32_t start = 0;
     if (flags & kSkipEmptyTokens) {
-        while (start < span.length && charInSet(span.data[start], set)) ++start;
+        while (start < span.length && isDelimiter(span.data[start])) ++start;
         if (start == span.length) {
             *rest = TextSpan{span.data + start, 0};
             return 0;
         }
     }
     int32_t end = start;
-    if (set[0] != '\0' && set[1] == '\0') {
-        // One delimiter.
-        end = start + findEitherByte(span.data + start, span.length - start, set[0], set[0]);
-    } else if (set[0] != '\0' && set[2] == '\0') {
-        // Two delimiters, the usual case of barcode elements.
-        end = start + findEitherByte(span.data + start, span.length - start, set[0], set[1]);
+    if (count == 1 || count == 2) {
+        // One or two delimiters, the usual case of barcode elements and lines.
+        end = start + findEitherByte(span.data + start, span.length - start, set[0], set[count - 1]);
+    } else if (count > 2) {
+        while (end < span.length && !isDelimiter(span.data[end])) ++end;
     } else {
-        while (end < span.length && !charInSet(span.data[end], set)) ++end;
+        end = span.length;
     }
     *token = TextSpan{span.data + start, end - start};
     const int32_t next = end < span.length ? end + 1 : end;
