@@ -505,8 +505,6 @@ static_assert(groupIsGapFree(kFirstGroupSize, kMainGroupSize, kMainGroupStart));
 constexpr int32_t kIinDigits = 6;
 constexpr int32_t kCodeLength = 2;
 
-std::span<const IinRow> firstIinGroup() { return std::span(kIinRows).first(kFirstGroupSize); }
-std::span<const IinRow> mainIinGroup() { return std::span(kIinRows).subspan(kFirstGroupSize); }
 
 // Whether text (of the table's length) equals tableText once upper-cased.
 bool equalsUpperCased(const char* text, size_t length, const char* tableText) {
@@ -541,19 +539,113 @@ const IinRow* iinRowForNumber(int64_t number) {
     return nullptr;
 }
 
-const IinRow* iinRowForCode(std::span<const IinRow> group, TextSpan code) {
-    for (const IinRow& row : group) {
-        if (codeEquals(code, row.code)) return &row;
+// The lookups by text find their rows through indexes built at compile time: the first
+// row of each two-letter code at the code's place among the 676 pairs of capitals, the
+// first row of each country name and alpha-3 code in a hash table.
+
+constexpr int32_t kNoRow = -1;
+
+// The place of a pair of capitals, or -1.
+constexpr int32_t codePlace(char first, char second) {
+    if (first < 'A' || first > 'Z' || second < 'A' || second > 'Z') return -1;
+    return (first - 'A') * 26 + (second - 'A');
+}
+
+struct CodeIndex {
+    int16_t row[26 * 26];
+};
+
+template <typename Row, size_t N>
+constexpr CodeIndex indexCodes(const Row (&rows)[N], size_t first, size_t count) {
+    CodeIndex index{};
+    for (int16_t& r : index.row) r = kNoRow;
+    for (size_t i = first; i < first + count; ++i) {
+        const int32_t place = codePlace(rows[i].code[0], rows[i].code[1]);
+        if (place >= 0 && index.row[place] == kNoRow) index.row[place] = static_cast<int16_t>(i);
+    }
+    return index;
+}
+
+// A code of other bytes could never be found through the index.
+template <typename Row, size_t N>
+constexpr bool codesAreCapitals(const Row (&rows)[N]) {
+    for (const Row& row : rows) {
+        if (codePlace(row.code[0], row.code[1]) < 0 || row.code[2] != '\0') return false;
+    }
+    return true;
+}
+static_assert(codesAreCapitals(kJurisdictionRows) && codesAreCapitals(kIinRows));
+
+constexpr CodeIndex kJurisdictionsByCode = indexCodes(kJurisdictionRows, 0, std::size(kJurisdictionRows));
+constexpr CodeIndex kFirstGroupByCode = indexCodes(kIinRows, 0, kFirstGroupSize);
+constexpr CodeIndex kMainGroupByCode = indexCodes(kIinRows, kFirstGroupSize, kMainGroupSize);
+
+constexpr uint32_t kTextSlots = 512;
+struct TextIndex {
+    int16_t row[kTextSlots];
+};
+
+// FNV-1a over the text as the table stands or, for a caller's text, upper-cased.
+constexpr uint32_t textSlot(const char* text, size_t length, bool upperCase) {
+    uint32_t h = 2166136261u;
+    for (size_t i = 0; i < length; ++i) {
+        h = (h ^ static_cast<unsigned char>(upperCase ? toAsciiUpper(text[i]) : text[i])) * 16777619u;
+    }
+    return h % kTextSlots;
+}
+
+constexpr size_t textLength(const char* text) {
+    size_t n = 0;
+    while (text[n] != '\0') ++n;
+    return n;
+}
+
+constexpr bool sameText(const char* a, const char* b) {
+    size_t i = 0;
+    while (a[i] != '\0' && a[i] == b[i]) ++i;
+    return a[i] == b[i];
+}
+
+// Each distinct text of the column at its slot, or the next free one; the first row wins.
+constexpr TextIndex indexCountries(const char* CountryRow::*column) {
+    TextIndex index{};
+    for (int16_t& r : index.row) r = kNoRow;
+    for (size_t i = 0; i < kCountryRowCount; ++i) {
+        const char* text = kCountryRows[i].*column;
+        uint32_t at = textSlot(text, textLength(text), false);
+        while (index.row[at] != kNoRow && !sameText(kCountryRows[index.row[at]].*column, text)) at = (at + 1) % kTextSlots;
+        if (index.row[at] == kNoRow) index.row[at] = static_cast<int16_t>(i);
+    }
+    return index;
+}
+
+constexpr TextIndex kCountriesByName = indexCountries(&CountryRow::name);
+constexpr TextIndex kCountriesByAlpha3 = indexCountries(&CountryRow::alpha3);
+
+// The first row whose column text equals the given text (upper-cased first when asked).
+const CountryRow* findCountry(const TextIndex& index, const char* CountryRow::*column, const char* text, size_t length,
+                              bool upperCase) {
+    for (uint32_t at = textSlot(text, length, upperCase); index.row[at] != kNoRow; at = (at + 1) % kTextSlots) {
+        const CountryRow& row = kCountryRows[index.row[at]];
+        const char* tableText = row.*column;
+        if (upperCase ? equalsUpperCased(text, length, tableText)
+                      : std::strlen(tableText) == length && std::memcmp(text, tableText, length) == 0) {
+            return &row;
+        }
     }
     return nullptr;
 }
 
+const IinRow* iinRowForCode(const CodeIndex& index, TextSpan code) {
+    const int32_t place = codePlace(code.data[0], code.data[1]);
+    return place >= 0 && index.row[place] != kNoRow ? &kIinRows[index.row[place]] : nullptr;
+}
+
 const JurisdictionRow* jurisdictionRowForCode(TextSpan code) {
     if (!isCodeSpan(code)) return nullptr;
-    for (const JurisdictionRow& row : kJurisdictionRows) {
-        if (codeEquals(code, row.code)) return &row;
-    }
-    return nullptr;
+    const int32_t place = codePlace(code.data[0], code.data[1]);
+    return place >= 0 && kJurisdictionsByCode.row[place] != kNoRow ? &kJurisdictionRows[kJurisdictionsByCode.row[place]]
+                                                                      : nullptr;
 }
 
 }  // namespace
@@ -564,28 +656,20 @@ std::span<const JurisdictionRow> jurisdictionRows() { return kJurisdictionRows; 
 
 const char* countryNameForAlpha3(TextSpan code) {
     if (!spanUsable(code)) return nullptr;
-    const size_t length = static_cast<size_t>(code.length);
-    for (const CountryRow& row : countryRows()) {
-        if (equalsUpperCased(code.data, length, row.alpha3)) return row.name;
-    }
-    return nullptr;
+    const CountryRow* row =
+        findCountry(kCountriesByAlpha3, &CountryRow::alpha3, code.data, static_cast<size_t>(code.length), true);
+    return row != nullptr ? row->name : nullptr;
 }
 
 const char* alpha3ForCountryName(const char* name) {
     if (name == nullptr || *name == '\0') return nullptr;
-    const size_t length = std::strlen(name);
-    for (const CountryRow& row : countryRows()) {
-        if (equalsUpperCased(name, length, row.name)) return row.alpha3;
-    }
-    return nullptr;
+    const CountryRow* row = findCountry(kCountriesByName, &CountryRow::name, name, std::strlen(name), true);
+    return row != nullptr ? row->alpha3 : nullptr;
 }
 
 int32_t isCountryAlpha3(const char* text) {
     if (text == nullptr) return 0;
-    for (const CountryRow& row : countryRows()) {
-        if (std::strcmp(text, row.alpha3) == 0) return 1;
-    }
-    return 0;
+    return findCountry(kCountriesByAlpha3, &CountryRow::alpha3, text, std::strlen(text), false) != nullptr ? 1 : 0;
 }
 
 const char* jurisdictionCodeForIin(TextSpan iin) {
@@ -604,8 +688,8 @@ int32_t isKnownIin(TextSpan iin) {
 
 const char* iinForJurisdictionCode(TextSpan code) {
     if (!isCodeSpan(code)) return nullptr;
-    if (const IinRow* row = iinRowForCode(mainIinGroup(), code)) return row->text;
-    if (const IinRow* row = iinRowForCode(firstIinGroup(), code)) return row->text;
+    if (const IinRow* row = iinRowForCode(kMainGroupByCode, code)) return row->text;
+    if (const IinRow* row = iinRowForCode(kFirstGroupByCode, code)) return row->text;
     // Deliberately kept though never reached: AB already stands in the first group.
     if (codeEquals(code, kAlbertaCode)) return kSecondAlbertaText;
     return nullptr;
