@@ -28,7 +28,7 @@ bool isNumericHeaderChar(char c) {
 // The default store, called directly rather than through the step.
 inline void storeTrimmedElement(AamvaParser& p, FieldId id, TextSpan value) {
     trimIf(&value, isBlankOrNul);
-    setField(p.record, id, value);
+    storeFieldValue(p.record, id, value);
 }
 
 // Applies every pair of the key, in table order: through the table's index when it has

@@ -1,6 +1,8 @@
 #include "engine/record.h"
 
+#include <bit>
 #include <cstring>
+#include <iterator>
 
 #include "engine/status.h"
 
@@ -47,6 +49,7 @@ template <typename Copy, typename ValueLength>
 FieldSlot* storeCopy(ParsedRecord* record, FieldId id, Copy copy, ValueLength valueLength) {
     if (record == nullptr || id >= kFieldCount) return nullptr;
     FieldSlot* slot = &record->fields[id];
+    markTouched(record, id);
     if (record->workBuffer == nullptr) return clearSlot(slot);
     const int32_t room = record->workCapacity - record->workUsed;
     char* dst = record->workBuffer + record->workUsed;
@@ -249,11 +252,22 @@ FieldSlot* setFieldDate(ParsedRecord* record, FieldId id, const DateValue* date)
         formatInt(date->day, dst + 6, 2, 1);
     }
     FieldSlot* slot = &record->fields[id];
+    markTouched(record, id);
     slot->data = dst;
     slot->length = 8;
     record->workUsed += 8;
     terminateValue(record);
     return slot;
+}
+
+int32_t countFilledFields(const ParsedRecord* record) {
+    int32_t filled = 0;
+    for (int word = 0; word < static_cast<int>(std::size(record->touched)); ++word) {
+        for (uint64_t bits = record->touched[word]; bits != 0; bits &= bits - 1) {
+            filled += spanUsable(record->fields[word * 64 + std::countr_zero(bits)]) ? 1 : 0;
+        }
+    }
+    return filled;
 }
 
 int32_t firstFilledField(const ParsedRecord* record, const FieldId* ids, int32_t count,
@@ -282,7 +296,12 @@ int32_t resetRecord(ParsedRecord* record) {
     }
     record->formatGroup = kNoFormatGroup;
     record->formatId = kNoFormatId;
-    std::memset(record->fields, 0, sizeof record->fields);
+    for (int word = 0; word < static_cast<int>(std::size(record->touched)); ++word) {
+        for (uint64_t bits = record->touched[word]; bits != 0; bits &= bits - 1) {
+            record->fields[word * 64 + std::countr_zero(bits)] = FieldSlot{nullptr, 0};
+        }
+        record->touched[word] = 0;
+    }
     // Values are only ever written below workUsed, so clearing that part leaves the whole
     // buffer reading as zero bytes.
     const int32_t written = record->workUsed < record->workCapacity ? record->workUsed : record->workCapacity;
@@ -296,6 +315,9 @@ int32_t attachWorkBuffer(ParsedRecord* record, char* buffer, int32_t capacity) {
     record->workBuffer = buffer;
     record->workCapacity = capacity;
     std::memset(buffer, 0, static_cast<size_t>(capacity));
+    // A record met for the first time may hold anything: every slot is cleared.
+    std::memset(record->fields, 0, sizeof record->fields);
+    std::memset(record->touched, 0, sizeof record->touched);
     record->workUsed = 0;
     return resetRecord(record);
 }

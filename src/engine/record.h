@@ -38,7 +38,12 @@ struct ParsedRecord {
     char* workBuffer;  // not owned
     int32_t workCapacity;
     int32_t workUsed;
+    // Bit i: a setter wrote slot i since the last reset. Every other slot is empty, so a
+    // reset clears and a count looks at these slots only.
+    uint64_t touched[(kFieldCount + 63) / 64];
 };
+
+inline void markTouched(ParsedRecord* record, FieldId id) { record->touched[id >> 6] |= uint64_t{1} << (id & 63); }
 
 inline constexpr uint32_t kNoFormatGroup = 6;
 inline constexpr uint32_t kNoFormatId = 68;
@@ -127,11 +132,17 @@ inline void moveValueBytes(char* dst, const char* src, int32_t n) {
     }
 }
 
-// setFieldFromSpan with nothing filtered: the value as it stands. Inline, since readers
-// store most values so.
-inline FieldSlot* setField(ParsedRecord* record, FieldId id, TextSpan span) {
+#if defined(__GNUC__)
+#define ORVANE_ALWAYS_INLINE inline __attribute__((always_inline))
+#else
+#define ORVANE_ALWAYS_INLINE inline
+#endif
+
+// setField, written into the loops that store most values.
+ORVANE_ALWAYS_INLINE FieldSlot* storeFieldValue(ParsedRecord* record, FieldId id, TextSpan span) {
     if (record == nullptr || id >= kFieldCount) return nullptr;
     FieldSlot* slot = &record->fields[id];
+    markTouched(record, id);
     int32_t n = spanUsable(span) ? span.length : 0;
     const int32_t room = record->workCapacity - record->workUsed;
     if (n > room) n = room;
@@ -152,6 +163,9 @@ inline FieldSlot* setField(ParsedRecord* record, FieldId id, TextSpan span) {
     }
     return slot;
 }
+
+// setFieldFromSpan with nothing filtered: the value as it stands.
+inline FieldSlot* setField(ParsedRecord* record, FieldId id, TextSpan span) { return storeFieldValue(record, id, span); }
 // Stores the text only when the slot is still empty.
 void setFieldLiteralIfMissing(ParsedRecord* record, FieldId id, const char* text);
 // A reader that found no document type reads a driving licence.
@@ -173,6 +187,8 @@ int32_t fieldMissing(const ParsedRecord* record, FieldId id);
 
 // Record operations.
 int32_t resetRecord(ParsedRecord* record);
+// Number of filled slots.
+int32_t countFilledFields(const ParsedRecord* record);
 int32_t attachWorkBuffer(ParsedRecord* record, char* buffer, int32_t capacity);
 void sanitizeWorkBuffer(ParsedRecord* record);
 
