@@ -230,6 +230,30 @@ char* textForRow(ParseRun& run, const FormatDescriptor& row, int32_t* length) {
     return frameIntoScratch(run, row.framer, length);
 }
 
+// The best reading so far, set aside before a later reader resets the record, so that it
+// can be put back instead of read again. The record's work buffer and slots stay where
+// they are, so its values are copied back to the same places; a reading that used more
+// of the work buffer than is kept here is read again.
+inline constexpr int32_t kKeptBytes = 2048;
+struct KeptReading {
+    bool held;
+    ParsedRecord record;
+    char bytes[kKeptBytes];
+};
+
+void keepReading(KeptReading& kept, const ParsedRecord* record) {
+    kept.held = record->workUsed <= kKeptBytes;
+    if (!kept.held) return;
+    kept.record = *record;
+    std::memcpy(kept.bytes, record->workBuffer, static_cast<size_t>(record->workUsed));
+}
+
+void putBackReading(const KeptReading& kept, ParsedRecord* record) {
+    resetRecord(record);
+    *record = kept.record;
+    std::memcpy(record->workBuffer, kept.bytes, static_cast<size_t>(kept.record.workUsed));
+}
+
 // Runs a row's reader on a fresh record.
 int32_t runRow(ParseRun& run, std::span<const FormatDescriptor> rows, int32_t r, ParsedRecord* record,
                const ParseClock* clock, char** text, int32_t* length) {
@@ -308,12 +332,6 @@ void leaveLastReadersRecord(ParseRun& run, std::span<const FormatDescriptor> row
 
 }  // namespace
 
-int32_t countFilledFields(const ParsedRecord* record) {
-    int32_t filled = 0;
-    for (const FieldSlot& slot : record->fields) filled += static_cast<int32_t>((slot.data != nullptr) & (slot.length >= 1));
-    return filled;
-}
-
 int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* data, int32_t dataLength,
                           const ParseBuffers& buffers, ParsedRecord* record, const ParseClock* clock,
                           ParseOutcome* outcome) {
@@ -331,6 +349,8 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
     int32_t bestRow = -1;
     int32_t bestScore = kNoScore;
     HeaderVersion bestVersion{false, {}};
+    KeptReading kept;
+    kept.held = false;
     for (int32_t r = 0; r < static_cast<int32_t>(rows.size()); ++r) {
         const FormatDescriptor& row = rows[static_cast<size_t>(r)];
         if (row.mayRead != nullptr || row.readsAsEarlierRow != nullptr) {
@@ -341,6 +361,7 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
         }
         char* text = nullptr;
         int32_t length = 0;
+        if (run.recordRow == bestRow && bestRow >= 0) keepReading(kept, record);
         if (runRow(run, rows, r, record, clock, &text, &length) != kOk) continue;
         int32_t score = countFilledFields(record);
         if (score == 0) continue;
@@ -358,7 +379,9 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
         leaveLastReadersRecord(run, rows, record, clock);
         return kErrNotRecognised;
     }
-    if (run.recordRow != bestRow) {
+    if (run.recordRow != bestRow && kept.held) {
+        putBackReading(kept, record);
+    } else if (run.recordRow != bestRow) {
         char* text = nullptr;
         int32_t length = 0;
         if (int32_t final = runRow(run, rows, bestRow, record, clock, &text, &length)) return final;
