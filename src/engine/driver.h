@@ -39,4 +39,7 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
                           const ParseBuffers& buffers, ParsedRecord* record, const ParseClock* clock,
                           ParseOutcome* outcome = nullptr);
 
+// Number of filled slots of a record.
+int32_t countFilledFields(const ParsedRecord* record);
+
 }  // namespace orvane
