@@ -270,20 +270,6 @@ int32_t countFilledFields(const ParsedRecord* record) {
     return filled;
 }
 
-int32_t firstFilledField(const ParsedRecord* record, const FieldId* ids, int32_t count,
-                         TextSpan* out) {
-    if (record == nullptr || ids == nullptr || out == nullptr) return kErrInvalidArgument;
-    for (int32_t i = 0; i < count; ++i) {
-        if (ids[i] >= kFieldCount) continue;
-        const FieldSlot& slot = record->fields[ids[i]];
-        if (spanUsable(slot)) {
-            *out = slot;
-            return kOk;
-        }
-    }
-    return kErrNoneFilled;
-}
-
 int32_t fieldMissing(const ParsedRecord* record, FieldId id) {
     // Ids beyond the record count as missing rather than being read out of bounds.
     if (record == nullptr || id >= kFieldCount) return -1;

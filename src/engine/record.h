@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "engine/field_ids.h"
+#include "engine/status.h"
 
 namespace orvane {
 
@@ -171,9 +172,20 @@ void setFieldLiteralIfMissing(ParsedRecord* record, FieldId id, const char* text
 // A reader that found no document type reads a driving licence.
 inline void defaultToLicence(ParsedRecord* record) { setFieldLiteralIfMissing(record, field::documentType, "DL"); }
 
-// Readers.
-int32_t firstFilledField(const ParsedRecord* record, const FieldId* ids, int32_t count,
-                         TextSpan* out);
+// Readers. The first filled slot of the list; inline, as every answer starts here.
+inline int32_t firstFilledField(const ParsedRecord* record, const FieldId* ids, int32_t count,
+                                TextSpan* out) {
+    if (record == nullptr || ids == nullptr || out == nullptr) return kErrInvalidArgument;
+    for (int32_t i = 0; i < count; ++i) {
+        if (ids[i] >= kFieldCount) continue;
+        const FieldSlot& slot = record->fields[ids[i]];
+        if (spanUsable(slot)) {
+            *out = slot;
+            return kOk;
+        }
+    }
+    return kErrNoneFilled;
+}
 template <size_t N>
 int32_t firstFilledField(const ParsedRecord* record, const FieldId (&ids)[N], TextSpan* out) {
     return firstFilledField(record, ids, static_cast<int32_t>(N), out);

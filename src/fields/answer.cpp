@@ -14,7 +14,13 @@ int32_t answerLiteral(const char* text, char* buffer, int32_t capacity) {
 
 int32_t answerPrintable(TextSpan value, char* buffer, int32_t capacity) {
     trimIf(&value, isNotPrintableCode);
-    return answerFromCopy(copyMappedZ(buffer, capacity, value, isNotPrintableCode, nullptr, ' '));
+    // copyMappedZ with unprintable bytes made blanks, written out for this common answer.
+    if (buffer == nullptr || capacity < 1 || !spanUsable(value)) return kErrNoAnswer;
+    const int32_t n = value.length < capacity - 1 ? value.length : capacity - 1;
+    if (n < 1) return kErrNoAnswer;
+    for (int32_t i = 0; i < n; ++i) buffer[i] = isPrintableCode(static_cast<unsigned char>(value.data[i])) ? value.data[i] : ' ';
+    buffer[n] = '\0';
+    return kOk;
 }
 
 int32_t answerPrintableCollapsed(TextSpan value, char* buffer, int32_t capacity) {

@@ -525,6 +525,12 @@ bool codeEquals(TextSpan code, const char* tableCode) {
 // accepted, stopping at the first non-digit); what follows them is never looked at.
 bool readIinNumber(TextSpan iin, int64_t* number) {
     if (iin.data == nullptr || iin.length < kIinDigits) return false;
+    if (allDigits(iin.data, kIinDigits)) {
+        int64_t value = 0;
+        for (int32_t i = 0; i < kIinDigits; ++i) value = value * 10 + (iin.data[i] - '0');
+        *number = value;
+        return true;
+    }
     *number = readLeadingInteger(TextSpan{iin.data, kIinDigits});
     return true;
 }

@@ -75,12 +75,32 @@ int32_t allChars(TextSpan span, CharTest test) {
 int32_t splitTokens(TextSpan span, TextSpan* tokens, int32_t max, const char* delimiters,
                     int flags) {
     if (tokens == nullptr || span.data == nullptr || span.length < 1 || max < 0) return 0;
+    // The cuts of repeated nextToken calls, with the delimiter set made a bitmap once.
+    uint64_t members[4] = {};
+    for (const char* p = delimiters; p != nullptr && *p != '\0'; ++p) {
+        const unsigned char c = static_cast<unsigned char>(*p);
+        members[c >> 6] |= uint64_t{1} << (c & 63);
+    }
+    auto isDelimiter = [&members](char c) {
+        const unsigned char b = static_cast<unsigned char>(c);
+        return (members[b >> 6] >> (b & 63) & 1) != 0;
+    };
+    const bool skipEmpty = (flags & kSkipEmptyTokens) != 0;
+    const char* data = span.data;
+    const int32_t n = span.length;
     int32_t count = 0;
-    TextSpan token;
-    TextSpan rest = span;
-    while (count < max && nextToken(rest, &token, &rest, delimiters, flags)) {
-        if ((flags & kSkipEmptyTokens) && token.length < 1) continue;
-        tokens[count++] = token;
+    int32_t at = 0;
+    while (count < max && at < n) {
+        int32_t start = at;
+        if (skipEmpty) {
+            while (start < n && isDelimiter(data[start])) ++start;
+            if (start == n) break;
+        }
+        int32_t end = start;
+        while (end < n && !isDelimiter(data[end])) ++end;
+        at = end < n ? end + 1 : end;
+        if (skipEmpty && end == start) continue;
+        tokens[count++] = TextSpan{data + start, end - start};
     }
     return count;
 }
@@ -170,19 +190,6 @@ int32_t replaceAll(char* buffer, int32_t used, int32_t capacity, TextSpan patter
         length += growth;
     }
     return length;
-}
-
-int64_t readLeadingInteger(TextSpan text) {
-    if (text.data == nullptr) return 0;
-    int32_t i = 0;
-    while (i < text.length && isAsciiSpace(static_cast<unsigned char>(text.data[i]))) ++i;
-    bool negative = false;
-    if (i < text.length && (text.data[i] == '+' || text.data[i] == '-')) negative = text.data[i++] == '-';
-    int64_t value = 0;
-    for (int32_t digits = 0; i < text.length && isAsciiDigit(static_cast<unsigned char>(text.data[i])); ++i) {
-        if (++digits <= 18) value = value * 10 + (text.data[i] - '0');
-    }
-    return negative ? -value : value;
 }
 
 int32_t decodeBase32Hex(TextSpan span, uint64_t* out) {

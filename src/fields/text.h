@@ -227,7 +227,18 @@ int32_t replaceAll(char* buffer, int32_t used, int32_t capacity, TextSpan patter
 // Reads a decimal number as the C library's strtol does in base 10: leading white
 // space, an optional sign, then digits up to the first other character; no digits read
 // as 0. Stops accumulating digits past 18 of them rather than overflow.
-int64_t readLeadingInteger(TextSpan text);
+inline int64_t readLeadingInteger(TextSpan text) {
+    if (text.data == nullptr) return 0;
+    int32_t i = 0;
+    while (i < text.length && isAsciiSpace(static_cast<unsigned char>(text.data[i]))) ++i;
+    bool negative = false;
+    if (i < text.length && (text.data[i] == '+' || text.data[i] == '-')) negative = text.data[i++] == '-';
+    int64_t value = 0;
+    for (int32_t digits = 0; i < text.length && isAsciiDigit(static_cast<unsigned char>(text.data[i])); ++i) {
+        if (++digits <= 18) value = value * 10 + (text.data[i] - '0');
+    }
+    return negative ? -value : value;
+}
 
 // The ASCII stand-in for a Latin-1 byte 0xA0..0xFF, or the byte itself.
 unsigned char foldLatin1(unsigned char byte);
