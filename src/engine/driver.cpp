@@ -31,6 +31,7 @@ int32_t checkDriverArguments(const void* data, int32_t dataLength, const ParseBu
 struct UpperCase {
     unsigned char table[256];
     uint64_t known[4];
+    uint64_t unlikeAscii[4];  // known bytes that the mapping does not treat as ASCII does
 
     unsigned char map(unsigned char c) {
         if ((known[c >> 6] >> (c & 63) & 1) == 0) {
@@ -44,20 +45,18 @@ struct UpperCase {
 // Whether the mapping changes only a-z, to A-Z, for every byte the facts hold; asks
 // std::toupper about each byte not asked before.
 bool mapsLikeAscii(UpperCase& upper, const TextFacts& facts) {
-    bool ascii = true;
+    uint64_t unlike = 0;
     for (int word = 0; word < 4; ++word) {
         for (uint64_t bits = facts.bytes[word] & ~upper.known[word]; bits != 0; bits &= bits - 1) {
             const int c = word * 64 + std::countr_zero(bits);
             upper.table[c] = static_cast<unsigned char>(std::toupper(c));
+            const int plain = c - (static_cast<unsigned>(c - 'a') < 26u ? 'a' - 'A' : 0);
+            if (upper.table[c] != plain) upper.unlikeAscii[word] |= uint64_t{1} << (c & 63);
         }
         upper.known[word] |= facts.bytes[word];
-        for (uint64_t bits = facts.bytes[word]; bits != 0; bits &= bits - 1) {
-            const int c = word * 64 + std::countr_zero(bits);
-            const int plain = c - (static_cast<unsigned>(c - 'a') < 26u ? 'a' - 'A' : 0);
-            ascii = ascii && upper.table[c] == plain;
-        }
+        unlike |= facts.bytes[word] & upper.unlikeAscii[word];
     }
-    return ascii;
+    return unlike == 0;
 }
 
 // Flips a-z to A-Z eight bytes at a time; other bytes, high ones included, stay.
@@ -85,9 +84,10 @@ void asciiUpperCase(char* text, int32_t length) {
 // to date. True when the mapping was the ASCII one for every byte of the text.
 bool upperCaseText(UpperCase& upper, char* text, int32_t length, TextFacts* facts) {
     if (mapsLikeAscii(upper, *facts)) {
-        asciiUpperCase(text, length);
         // The bits of a-z move down to A-Z, 32 places in the word of bytes 64 to 127.
         constexpr uint64_t kLower = ((uint64_t{1} << 26) - 1) << ('a' - 64);
+        if ((facts->bytes[1] & kLower) == 0) return true;  // nothing to change
+        asciiUpperCase(text, length);
         facts->bytes[1] = (facts->bytes[1] & ~kLower) | ((facts->bytes[1] & kLower) >> 32);
         return true;
     }
@@ -351,10 +351,17 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
     HeaderVersion bestVersion{false, {}};
     KeptReading kept;
     kept.held = false;
+    // Rows of one framing stand together, so the facts of the last framing asked are kept.
+    Framer factsFramer = nullptr;
+    const TextFacts* framerFacts = nullptr;
     for (int32_t r = 0; r < static_cast<int32_t>(rows.size()); ++r) {
         const FormatDescriptor& row = rows[static_cast<size_t>(r)];
         if (row.mayRead != nullptr || row.readsAsEarlierRow != nullptr) {
-            const TextFacts* facts = factsForRow(run, row.framer);
+            if (row.framer != factsFramer) {
+                factsFramer = row.framer;
+                framerFacts = factsForRow(run, row.framer);
+            }
+            const TextFacts* facts = framerFacts;
             if (facts == nullptr) continue;
             if (row.mayRead != nullptr && !row.mayRead(*facts)) continue;
             if (row.readsAsEarlierRow != nullptr && row.readsAsEarlierRow(*facts)) continue;
