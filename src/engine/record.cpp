@@ -75,11 +75,6 @@ bool charInSet(char c, const char* set) {
     return false;
 }
 
-TextSpan makeSpan(const char* text) {
-    if (text == nullptr) return TextSpan{nullptr, 0};
-    return TextSpan{text, static_cast<int32_t>(std::strlen(text))};
-}
-
 int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
                      const char* collapseSet, char replaceChar) {
     if (dst == nullptr || cap < 1 || !spanUsable(span)) return 0;

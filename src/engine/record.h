@@ -68,8 +68,12 @@ inline bool spanUsable(TextSpan span) { return span.data != nullptr && span.leng
 // never a member.
 bool charInSet(char c, const char* set);
 inline TextSpan makeSpan(const char* data, int32_t length) { return TextSpan{data, length}; }
-// The span of a C string; a null string gives a null span.
-TextSpan makeSpan(const char* text);
+// The span of a C string; a null string gives a null span. Inline, so that the length
+// of a literal is known where it is written.
+inline TextSpan makeSpan(const char* text) {
+    if (text == nullptr) return TextSpan{nullptr, 0};
+    return TextSpan{text, static_cast<int32_t>(std::strlen(text))};
+}
 
 // Copy operations. The plain forms write no terminator and return the characters
 // written; the Z forms write at most cap - 1 characters plus a NUL and return
