@@ -26,14 +26,14 @@ bool isNumericHeaderChar(char c) {
 }
 
 // The default store, called directly rather than through the step.
-inline void storeTrimmedElement(AamvaParser& p, FieldId id, TextSpan value) {
+ORVANE_ALWAYS_INLINE void storeTrimmedElement(AamvaParser& p, FieldId id, TextSpan value) {
     trimIf(&value, isBlankOrNul);
     storeFieldValue(p.record, id, value);
 }
 
 // Applies every pair of the key, in table order: through the table's index when it has
 // one, else by walking the table.
-void storeElement(AamvaParser& p, uint32_t key, TextSpan value, const AamvaElementTable& table) {
+ORVANE_ALWAYS_INLINE void storeElement(AamvaParser& p, uint32_t key, TextSpan value, const AamvaElementTable& table) {
     if (p.elementStore == nullptr) return;
     if (table.index == nullptr) {
         for (int32_t i = 0; i < table.count; ++i) {
@@ -240,6 +240,28 @@ int32_t aamvaSubfileSelector(AamvaParser&, TextSpan payload, const SubfileEntry*
 }
 
 int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters, const AamvaElementTable& table) {
+    const char* set = delimiters != nullptr ? delimiters : "";
+    const int32_t kinds = set[0] == '\0' ? 0 : set[1] == '\0' ? 1 : set[2] == '\0' ? 2 : 3;
+    if (kinds < 3) {
+        // The tokens nextToken would cut, with the delimiters read once for the loop.
+        const char first = set[0];
+        const char second = kinds == 2 ? set[1] : set[0];
+        const char* at = data.data;
+        int32_t left = data.length;
+        while (at != nullptr && left > 0) {
+            const int32_t end = kinds == 0 ? left : findEitherByte(at, left, first, second);
+            const char* token = at;
+            const int32_t next = end < left ? end + 1 : end;
+            at += next;
+            left -= next;
+            if (end < 3) continue;
+            const uint32_t key = static_cast<uint32_t>(static_cast<unsigned char>(token[0])) << 16 |
+                                 static_cast<uint32_t>(static_cast<unsigned char>(token[1])) << 8 |
+                                 static_cast<uint32_t>(static_cast<unsigned char>(token[2]));
+            storeElement(p, key, TextSpan{token + 3, end - 3}, table);
+        }
+        return kOk;
+    }
     TextSpan rest = data;
     TextSpan token;
     while (rest.data != nullptr && rest.length > 0 && nextToken(rest, &token, &rest, delimiters, 0)) {

@@ -4,6 +4,10 @@
 #include <cctype>
 #include <cstring>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "aamva/engine.h"
 #include "engine/framers.h"
 #include "engine/status.h"
@@ -182,7 +186,24 @@ char* strictTextForRow(ParseRun& run, int32_t* length) {
     const SharedText& barcode = sharedBarcode(run);
     if (!barcode.asciiUpperCase) return nullptr;
     char* text = copyToScratch(run, barcode.text, barcode.length + 1);
-    for (int32_t i = 0; i < barcode.length; ++i) {
+    int32_t i = 0;
+#if defined(__SSE2__)
+    // Sixteen bytes at a time: bytes outside 0x20..0x7A, but for LF, CR and RS, become blanks.
+    const __m128i flip = _mm_set1_epi8(static_cast<char>(0x80));
+    for (; i + 16 <= barcode.length; i += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+        const __m128i ordered = _mm_xor_si128(bytes, flip);  // unsigned order as signed
+        const __m128i outside = _mm_or_si128(_mm_cmplt_epi8(ordered, _mm_set1_epi8(static_cast<char>(0x20 ^ 0x80))),
+                                             _mm_cmpgt_epi8(ordered, _mm_set1_epi8(static_cast<char>(0x7A ^ 0x80))));
+        const __m128i kept = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n')),
+                                                       _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\r'))),
+                                          _mm_cmpeq_epi8(bytes, _mm_set1_epi8(0x1E)));
+        const __m128i blank = _mm_andnot_si128(kept, outside);
+        const __m128i result = _mm_or_si128(_mm_andnot_si128(blank, bytes), _mm_and_si128(blank, _mm_set1_epi8(' ')));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(text + i), result);
+    }
+#endif
+    for (; i < barcode.length; ++i) {
         const unsigned char c = static_cast<unsigned char>(text[i]);
         if (c == '\n' || c == '\r' || c == 0x1E) continue;
         // The range ends at "z" on purpose: braces, bar and tilde become spaces too.
