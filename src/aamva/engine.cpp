@@ -67,6 +67,11 @@ bool readHeaderNumber(TextSpan payload, uint32_t offset, uint32_t length, int32_
     // At most 15 bytes, and only those before a NUL.
     const uint32_t n = length < 15 ? length : 15;
     const char* field = payload.data + offset;
+    if (n <= 2 && allDigits(field, static_cast<int32_t>(n))) {
+        // The usual one or two digits.
+        *value = n == 0 ? 0 : n == 1 ? field[0] - '0' : (field[0] - '0') * 10 + (field[1] - '0');
+        return true;
+    }
     uint32_t end = 0;
     for (; end < n && field[end] != '\0'; ++end) {
         if (!isNumericHeaderChar(field[end])) return false;
