@@ -210,9 +210,34 @@ const NameRule* nameRuleFor(const ParsedRecord* record) {
     return issuer != nullptr ? nameRuleForCode(makeSpan(issuer)) : fallback;
 }
 
+namespace {
+
+// Whether cleaning would leave the name as it stands: at most as many words as it keeps,
+// letters parted by single blanks, with no suffix after the first word and no placeholder.
+bool isCleanName(const char* text, int32_t length) {
+    if (length < 1) return false;
+    int32_t wordStart = 0;
+    int32_t words = 0;
+    for (int32_t i = 0; i <= length; ++i) {
+        if (i < length && isAsciiAlpha(static_cast<unsigned char>(text[i]))) continue;
+        if (i < length && text[i] != ' ') return false;
+        const TextSpan word{text + wordStart, i - wordStart};
+        if (word.length < 1 || ++words > kCleanWords) return false;  // a blank at either end or two together
+        if ((wordStart > 0 && isNameSuffix(word)) || spanInList(word, kNamePlaceholders, kPlaceholderCount)) return false;
+        wordStart = i + 1;
+    }
+    return true;
+}
+
+}  // namespace
+
 int32_t cleanName(char* buffer, int32_t capacity) {
     if (buffer == nullptr || capacity < 1) return kErrInvalidArgument;
     const size_t length = strnlen(buffer, static_cast<size_t>(capacity - 1));
+    if (isCleanName(buffer, static_cast<int32_t>(length))) {
+        buffer[length] = '\0';
+        return kOk;
+    }
     const TextSpan text = makeSpan(buffer, static_cast<int32_t>(length));
     TextSpan words[kCleanWords];
     int32_t count = dropTrailingSuffixes(words, cutWords(text, words, kCleanWords, kWordDelimiters));
