@@ -321,6 +321,7 @@ int32_t findAamvaHeader(const char* text, int32_t length, TextSpan* version) {
 }
 
 bool aamvaHeaderMayPass(const TextFacts& f, uint32_t formatNumber, VersionRule rule) {
+    if (f.at(0) != '@') return false;  // what most texts fail, asked first
     const AamvaVersionRow* row = findAamvaVersionRow(formatNumber);
     if (row == nullptr || f.length <= static_cast<int64_t>(row->headerLength) || f.at(0) != '@') return false;
     if (rule == VersionRule::Any) return true;

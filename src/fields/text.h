@@ -159,6 +159,26 @@ inline int32_t findEitherByte(const char* text, int32_t length, char a, char b) 
     return length;
 }
 
+// Index of the last byte equal to a or b in text[0, length), or -1; sixteen bytes at a
+// time from the end where the target has SSE2.
+inline int32_t findLastEitherByte(const char* text, int32_t length, char a, char b) {
+    int32_t end = length;
+#if defined(__SSE2__)
+    const __m128i repeatedA = _mm_set1_epi8(a);
+    const __m128i repeatedB = _mm_set1_epi8(b);
+    for (; end >= 16; end -= 16) {
+        const __m128i chunk = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + end - 16));
+        const int hits = _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(chunk, repeatedA), _mm_cmpeq_epi8(chunk, repeatedB)));
+        if (hits != 0) return end - 16 + 31 - __builtin_clz(static_cast<unsigned>(hits));
+    }
+#endif
+    while (end > 0) {
+        --end;
+        if (text[end] == a || text[end] == b) return end;
+    }
+    return -1;
+}
+
 // Cuts the first token of span at a delimiter; rest is what follows that delimiter.
 // Returns 1 when a token was cut, 0 when the span held none.
 inline int32_t nextToken(TextSpan span, TextSpan* token, TextSpan* rest, const char* delimiters,

@@ -55,13 +55,17 @@ bool hasCredibleEnd(TextSpan track) {
 int32_t splitAtSentinel(StripeParser&, const char* payload, int32_t length, TrackSet* tracks) {
     if (length < 5) return kErrPayloadTooShort;
     if (payload[0] != '%') return kErrFraming;
-    for (int32_t at = length - 2; at >= 2; --at) {
+    // Backwards from the second-last byte: a line feed before any "?;" refuses the text.
+    for (int32_t end = length - 1; end > 2;) {
+        const int32_t at = findLastEitherByte(payload + 2, end - 2, '\n', ';') + 2;
+        if (at < 2) break;
         if (payload[at] == '\n') return kErrFraming;
-        if (payload[at] == ';' && payload[at - 1] == '?') {
+        if (payload[at - 1] == '?') {
             tracks->track1 = TextSpan{payload, at};
             tracks->track2 = TextSpan{payload + at, length - at};
             return kOk;
         }
+        end = at;
     }
     return kErrFraming;
 }
