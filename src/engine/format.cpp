@@ -1,11 +1,12 @@
 #include "engine/format.h"
 
 #include <cstring>
-#include <string_view>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
+
+#include "fields/text.h"
 
 namespace orvane {
 
@@ -16,8 +17,9 @@ bool TextFacts::startsWith(const char* prefix) const {
 
 int32_t TextFacts::find(const char* needle) const {
     if (length < 1) return -1;
-    const size_t at = std::string_view(text, static_cast<size_t>(length)).find(needle);
-    return at == std::string_view::npos ? -1 : static_cast<int32_t>(at);
+    // An empty needle is found at once, as std::string_view finds it.
+    if (needle[0] == '\0') return 0;
+    return spanFind(TextSpan{text, length}, makeSpan(needle));
 }
 
 void gatherTextFacts(const char* text, int32_t length, TextFacts* facts) {

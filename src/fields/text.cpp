@@ -24,23 +24,6 @@ int32_t compareBytes(char a, char b) {
     return static_cast<signed char>(a) < static_cast<signed char>(b) ? -1 : 1;
 }
 
-// First occurrence of the pattern in text[from, length), or -1; memchr finds the
-// candidates so that text without the pattern's first byte is skipped quickly.
-int32_t findFrom(const char* text, int32_t length, int32_t from, TextSpan pattern) {
-    const int32_t rest = pattern.length - 1;
-    const char first = pattern.data[0];
-    while (length - from >= pattern.length) {
-        const int32_t window = length - from - rest;
-        const int32_t at = from + findEitherByte(text + from, window, first, first);
-        if (at - from == window) return -1;
-        int32_t same = 0;
-        while (same < rest && text[at + 1 + same] == pattern.data[1 + same]) ++same;
-        if (same == rest) return at;
-        from = at + 1;
-    }
-    return -1;
-}
-
 }  // namespace
 
 
@@ -155,11 +138,6 @@ bool spanInList(TextSpan span, const char* const* words, int32_t wordCount) {
         if (spanEquals(span, word) == 0) return true;
     }
     return false;
-}
-
-int32_t spanFind(TextSpan haystack, TextSpan needle) {
-    if (!spanUsable(haystack) || !spanUsable(needle)) return -1;
-    return findFrom(haystack.data, haystack.length, 0, needle);
 }
 
 int32_t replaceAll(char* buffer, int32_t used, int32_t capacity, TextSpan pattern,

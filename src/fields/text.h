@@ -236,8 +236,28 @@ int32_t spanEquals(TextSpan span, const char* text);
 int32_t spanCompare(TextSpan a, TextSpan b, int flags);
 // Whether the span is one of the words (exact comparison).
 bool spanInList(TextSpan span, const char* const* words, int32_t wordCount);
+// First occurrence of the pattern in text[from, length), or -1: candidates are found by
+// the pattern's first byte and the rest compared in place.
+inline int32_t findFrom(const char* text, int32_t length, int32_t from, TextSpan pattern) {
+    const int32_t rest = pattern.length - 1;
+    const char first = pattern.data[0];
+    while (length - from >= pattern.length) {
+        const int32_t window = length - from - rest;
+        const int32_t at = from + findEitherByte(text + from, window, first, first);
+        if (at - from == window) return -1;
+        int32_t same = 0;
+        while (same < rest && text[at + 1 + same] == pattern.data[1 + same]) ++same;
+        if (same == rest) return at;
+        from = at + 1;
+    }
+    return -1;
+}
+
 // Index of the first occurrence of needle in haystack, or -1.
-int32_t spanFind(TextSpan haystack, TextSpan needle);
+inline int32_t spanFind(TextSpan haystack, TextSpan needle) {
+    if (!spanUsable(haystack) || !spanUsable(needle)) return -1;
+    return findFrom(haystack.data, haystack.length, 0, needle);
+}
 
 // Replaces every occurrence of pattern in buffer[0, used), left to right, stopping at
 // the first replacement that would make the text longer than capacity.

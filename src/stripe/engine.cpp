@@ -80,9 +80,17 @@ bool searchTrack(TextSpan track, int32_t minimum, bool (*match)(TextSpan, int32_
 }
 
 // An address is trimmed of its replace class and of the punctuation that ends a line.
-int isAddressEdge(int c) {
-    return charInSet(static_cast<char>(c), kStripeAddressReplaceChars) || charInSet(static_cast<char>(c), kAddressEdges);
+struct AddressEdges {
+    bool edge[256];
+};
+constexpr AddressEdges makeAddressEdges() {
+    AddressEdges e{};
+    for (const char* p = kStripeAddressReplaceChars; *p != '\0'; ++p) e.edge[static_cast<unsigned char>(*p)] = true;
+    for (const char* p = kAddressEdges; *p != '\0'; ++p) e.edge[static_cast<unsigned char>(*p)] = true;
+    return e;
 }
+constexpr AddressEdges kAddressEdgeBytes = makeAddressEdges();
+int isAddressEdge(int c) { return c >= 0 && c < 256 && kAddressEdgeBytes.edge[c]; }
 
 }  // namespace
 
@@ -180,7 +188,11 @@ int isPostalCodeChar(int c) { return isAsciiUpper(c) || isAsciiDigit(c) || c == 
 bool searchPostalCode(TextSpan track, CharTest accept, TextSpan* code) {
     if (track.data == nullptr || track.length < 7) return false;
     for (int32_t at = track.length - 7; at >= 0; --at) {
-        if (!isTrack3Sentinel(track.data[at])) continue;
+        // The next sentinel down, "+", "#" or "%".
+        const int32_t plusOrHash = findLastEitherByte(track.data, at + 1, '+', '#');
+        const int32_t percent = findLastEitherByte(track.data, at + 1, '%', '%');
+        at = plusOrHash > percent ? plusOrHash : percent;
+        if (at < 0) return false;
         const int32_t n = runLength(track, at + 3, accept, kLongestPostalCode);
         if (n <= 3) continue;
         *code = TextSpan{track.data + at + 3, n};
