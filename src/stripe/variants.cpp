@@ -51,7 +51,9 @@ bool holdsAt(const TextFacts& f, int32_t at, const char* word) {
 // The tracks of one line: "%" track 1, the first "?;", track 2 and then `track3Marker`.
 // The index of that "?;", or -1 when the splitter would refuse the text.
 int32_t oneLineTrack2(const TextFacts& f, const char* track3Marker) {
-    if (f.length < 8 || f.at(0) != '%' || f.has('\n')) return -1;
+    if (f.length < 8 || f.at(0) != '%' || f.has('\n') || !f.has(track3Marker[1])) return -1;
+    // The marker somewhere at all, before the search for it after the first "?;".
+    if (findText(wholeText(f), track3Marker, 0) < 0) return -1;
     const int32_t end1 = findText(wholeText(f), "?;", 0);
     if (end1 < 0 || findText(wholeText(f), track3Marker, end1 + 1) < 0) return -1;
     return end1;
@@ -234,6 +236,8 @@ int32_t parseStripeFormat14(char* text, int32_t length, ParsedRecord* record, co
 // One track from "%" and a state code, with "^" between its fields and a "?" after them.
 bool mayReadStripeFormat15(const TextFacts& f) {
     if (f.length < 20 || f.at(0) != '%' || !f.has('^') || !f.has('?')) return false;
+    // Every state code has two or three letters, so "^" follows at once.
+    if (f.at(3) != '^' && f.at(4) != '^') return false;
     return opensWithAustralianState(TextSpan{f.text, findText(wholeText(f), "?", 1)});
 }
 
