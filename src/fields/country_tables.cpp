@@ -525,13 +525,15 @@ bool codeEquals(TextSpan code, const char* tableCode) {
 // accepted, stopping at the first non-digit); what follows them is never looked at.
 bool readIinNumber(TextSpan iin, int64_t* number) {
     if (iin.data == nullptr || iin.length < kIinDigits) return false;
-    if (allDigits(iin.data, kIinDigits)) {
-        int64_t value = 0;
-        for (int32_t i = 0; i < kIinDigits; ++i) value = value * 10 + (iin.data[i] - '0');
-        *number = value;
-        return true;
+    // Six digits, the usual case, read at once.
+    int64_t value = 0;
+    uint32_t notDigits = 0;
+    for (int32_t i = 0; i < kIinDigits; ++i) {
+        const uint32_t digit = static_cast<uint32_t>(static_cast<unsigned char>(iin.data[i])) - '0';
+        notDigits |= digit > 9 ? 1u : 0u;
+        value = value * 10 + digit;
     }
-    *number = readLeadingInteger(TextSpan{iin.data, kIinDigits});
+    *number = notDigits == 0 ? value : readLeadingInteger(TextSpan{iin.data, kIinDigits});
     return true;
 }
 
