@@ -6,21 +6,7 @@
 #include <emmintrin.h>
 #endif
 
-#include "fields/text.h"
-
 namespace orvane {
-
-bool TextFacts::startsWith(const char* prefix) const {
-    const size_t n = std::strlen(prefix);
-    return static_cast<size_t>(length) >= n && std::memcmp(text, prefix, n) == 0;
-}
-
-int32_t TextFacts::find(const char* needle) const {
-    if (length < 1) return -1;
-    // An empty needle is found at once, as std::string_view finds it.
-    if (needle[0] == '\0') return 0;
-    return spanFind(TextSpan{text, length}, makeSpan(needle));
-}
 
 void gatherTextFacts(const char* text, int32_t length, TextFacts* facts) {
     facts->text = text;

@@ -68,13 +68,6 @@ int32_t sameLength(int32_t used) { return used; }
 
 }  // namespace
 
-bool charInSet(char c, const char* set) {
-    for (const char* p = set; *p != '\0'; ++p) {
-        if (*p == c) return true;
-    }
-    return false;
-}
-
 int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
                      const char* collapseSet, char replaceChar) {
     if (dst == nullptr || cap < 1 || !spanUsable(span)) return 0;

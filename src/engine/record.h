@@ -65,8 +65,13 @@ using FieldProducer = int32_t (*)(const void* context, char* dst, int32_t room);
 
 inline bool spanUsable(TextSpan span) { return span.data != nullptr && span.length >= 1; }
 // Membership in a C-string set, as the copy operations' filters test it; the NUL byte is
-// never a member.
-bool charInSet(char c, const char* set);
+// never a member. Inline, so that a literal set becomes a few comparisons.
+inline bool charInSet(char c, const char* set) {
+    for (const char* p = set; *p != '\0'; ++p) {
+        if (*p == c) return true;
+    }
+    return false;
+}
 inline TextSpan makeSpan(const char* data, int32_t length) { return TextSpan{data, length}; }
 // The span of a C string; a null string gives a null span. Inline, so that the length
 // of a literal is known where it is written.

@@ -29,24 +29,6 @@ int32_t compareBytes(char a, char b) {
 
 
 
-void trimLeadingSet(TextSpan* span, const char* set) {
-    if (span == nullptr || span->data == nullptr || set == nullptr) return;
-    while (span->length > 0 && charInSet(span->data[0], set)) {
-        ++span->data;
-        --span->length;
-    }
-}
-
-void trimTrailingSet(TextSpan* span, const char* set) {
-    if (span == nullptr || span->data == nullptr || set == nullptr) return;
-    while (span->length > 0 && charInSet(span->data[span->length - 1], set)) --span->length;
-}
-
-void trimSet(TextSpan* span, const char* set) {
-    trimLeadingSet(span, set);
-    trimTrailingSet(span, set);
-}
-
 int32_t allChars(TextSpan span, CharTest test) {
     if (span.data == nullptr || test == nullptr) return -1;
     for (int32_t i = 0; i < span.length; ++i) {

@@ -102,9 +102,21 @@ inline void trimIf(TextSpan* span, CharTest test) {
     trimLeadingIf(span, test);
     trimTrailingIf(span, test);
 }
-void trimLeadingSet(TextSpan* span, const char* set);
-void trimTrailingSet(TextSpan* span, const char* set);
-void trimSet(TextSpan* span, const char* set);
+inline void trimLeadingSet(TextSpan* span, const char* set) {
+    if (span == nullptr || span->data == nullptr || set == nullptr) return;
+    while (span->length > 0 && charInSet(span->data[0], set)) {
+        ++span->data;
+        --span->length;
+    }
+}
+inline void trimTrailingSet(TextSpan* span, const char* set) {
+    if (span == nullptr || span->data == nullptr || set == nullptr) return;
+    while (span->length > 0 && charInSet(span->data[span->length - 1], set)) --span->length;
+}
+inline void trimSet(TextSpan* span, const char* set) {
+    trimLeadingSet(span, set);
+    trimTrailingSet(span, set);
+}
 
 // 0 when every character passes (also for an empty span), 1 otherwise, -1 for a null
 // span or test.
