@@ -128,6 +128,10 @@ struct ParseRun {
     bool recordIsReset;  // no setter has stored a value since the last reset
 };
 
+// The caller's bytes as the pass-through framer copies them: their facts, gathered when
+// a row first needs them unless the barcode framing found them already.
+int32_t rawLength(const ParseRun& run) { return run.dataLength < run.room ? run.dataLength : run.room; }
+
 SharedText& sharedBarcode(ParseRun& run) {
     SharedText& s = run.barcode;
     if (s.made) return s;
@@ -136,6 +140,15 @@ SharedText& sharedBarcode(ParseRun& run) {
     s.length = 0;
     s.status = frameBarcodeText(run.data, run.dataLength, s.text, run.room, &s.length);
     gatherTextFacts(s.text, s.length, &s.facts);
+    // A framing that changed nothing has the caller's bytes and so their facts.
+    if (!run.raw.made && run.room >= 1 && s.length == rawLength(run) &&
+        std::memcmp(s.text, run.data, static_cast<size_t>(s.length)) == 0) {
+        run.raw.made = true;
+        run.raw.status = kOk;
+        run.raw.length = s.length;
+        run.raw.facts = s.facts;
+        run.raw.facts.text = run.data;
+    }
     s.asciiUpperCase = upperCaseText(run.upper, s.text, s.length, &s.facts);
     return s;
 }
@@ -158,7 +171,7 @@ SharedText& sharedRaw(ParseRun& run) {
     if (s.made) return s;
     s.made = true;
     s.status = run.room < 1 ? kErrInvalidArgument : kOk;
-    s.length = run.dataLength < run.room ? run.dataLength : run.room;
+    s.length = rawLength(run);
     gatherTextFacts(run.data, s.status == kOk ? s.length : 0, &s.facts);
     return s;
 }
