@@ -23,7 +23,7 @@ constexpr const char* kNameSuffixes[] = {
 };
 static_assert(std::size(kNameSuffixes) == 24);
 
-constexpr const char* kNamePlaceholders[] = {"NONE", "NONE."};
+constexpr const char* kNamePlaceholders[] = {"NONE", "NONE."};  // isCleanName knows them too
 
 constexpr int32_t kSuffixCount = static_cast<int32_t>(std::size(kNameSuffixes));
 constexpr int32_t kPlaceholderCount = static_cast<int32_t>(std::size(kNamePlaceholders));
@@ -223,7 +223,9 @@ bool isCleanName(const char* text, int32_t length) {
         if (i < length && text[i] != ' ') return false;
         const TextSpan word{text + wordStart, i - wordStart};
         if (word.length < 1 || ++words > kCleanWords) return false;  // a blank at either end or two together
-        if ((wordStart > 0 && isNameSuffix(word)) || spanInList(word, kNamePlaceholders, kPlaceholderCount)) return false;
+        // Of the placeholders only "NONE" is made of letters.
+        const bool placeholder = word.length == 4 && std::memcmp(word.data, "NONE", 4) == 0;
+        if ((wordStart > 0 && isNameSuffix(word)) || placeholder) return false;
         wordStart = i + 1;
     }
     return true;
