@@ -192,13 +192,16 @@ const NameRule* nameRuleFor(const ParsedRecord* record) {
     TextSpan code;
     const bool read = readField(record, field::iin, &iin) == kOk;
     const bool coded = firstFilledField(record, kJurisdictionSlots, &code) == kOk;
-    const char* ofJurisdiction = coded && !(read && isKnownIin(iin)) ? iinForJurisdictionCode(code) : nullptr;
+    // The table knows an IIN exactly when it gives it a jurisdiction.
+    const char* readIssuer = read ? jurisdictionCodeForIin(iin) : nullptr;
+    const char* ofJurisdiction = coded && readIssuer == nullptr ? iinForJurisdictionCode(code) : nullptr;
     TextSpan answer = TextSpan{nullptr, 0};
     if (read) answer = ofJurisdiction != nullptr ? makeSpan(ofJurisdiction) : iin;
     if (!read && ofJurisdiction != nullptr) answer = makeSpan(ofJurisdiction);
     // The answer is measured up to its first NUL before its six digits are read.
     if (answer.length >= 6 && std::memchr(answer.data, '\0', 6) == nullptr) {
-        if (const char* issuer = jurisdictionCodeForIin(TextSpan{answer.data, 6})) return nameRuleForCode(makeSpan(issuer));
+        const char* issuer = answer.data == iin.data && read ? readIssuer : jurisdictionCodeForIin(TextSpan{answer.data, 6});
+        if (issuer != nullptr) return nameRuleForCode(makeSpan(issuer));
     }
     // What getJurisdictionCode answers: the code as read, trimmed of unprintable bytes,
     // else the one of the IIN; only two characters can name a rule.
@@ -206,8 +209,7 @@ const NameRule* nameRuleFor(const ParsedRecord* record) {
         trimIf(&code, isNotPrintableCode);
         return nameRuleForCode(code);
     }
-    const char* issuer = read ? jurisdictionCodeForIin(iin) : nullptr;
-    return issuer != nullptr ? nameRuleForCode(makeSpan(issuer)) : fallback;
+    return readIssuer != nullptr ? nameRuleForCode(makeSpan(readIssuer)) : fallback;
 }
 
 namespace {

@@ -53,6 +53,13 @@ int32_t splitTokens(TextSpan span, TextSpan* tokens, int32_t max, const char* de
     const bool skipEmpty = (flags & kSkipEmptyTokens) != 0;
     const char* data = span.data;
     const int32_t n = span.length;
+    // Up to three delimiters, as most callers have, are searched for as bytes.
+    int32_t kinds = 0;
+    char kind[3] = {};
+    for (const char* p = delimiters; p != nullptr && *p != '\0' && kinds <= 3; ++p) {
+        if (kinds < 3) kind[kinds] = *p;
+        ++kinds;
+    }
     int32_t count = 0;
     int32_t at = 0;
     while (count < max && at < n) {
@@ -62,7 +69,12 @@ int32_t splitTokens(TextSpan span, TextSpan* tokens, int32_t max, const char* de
             if (start == n) break;
         }
         int32_t end = start;
-        while (end < n && !isDelimiter(data[end])) ++end;
+        if (kinds >= 1 && kinds <= 3) {
+            end = start + findAnyOfThree(data + start, n - start, kind[0], kinds > 1 ? kind[1] : kind[0],
+                                         kinds > 2 ? kind[2] : kind[0]);
+        } else {
+            while (end < n && !isDelimiter(data[end])) ++end;
+        }
         at = end < n ? end + 1 : end;
         if (skipEmpty && end == start) continue;
         tokens[count++] = TextSpan{data + start, end - start};

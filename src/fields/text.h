@@ -171,6 +171,27 @@ inline int32_t findEitherByte(const char* text, int32_t length, char a, char b) 
     return length;
 }
 
+// Index of the first byte equal to a, b or c in text[0, length), or length.
+inline int32_t findAnyOfThree(const char* text, int32_t length, char a, char b, char c) {
+    int32_t i = 0;
+#if defined(__SSE2__)
+    const __m128i repeatedA = _mm_set1_epi8(a);
+    const __m128i repeatedB = _mm_set1_epi8(b);
+    const __m128i repeatedC = _mm_set1_epi8(c);
+    for (; i + 16 <= length; i += 16) {
+        const __m128i chunk = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+        const __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(chunk, repeatedA), _mm_cmpeq_epi8(chunk, repeatedB)),
+                                         _mm_cmpeq_epi8(chunk, repeatedC));
+        const int hits = _mm_movemask_epi8(hit);
+        if (hits != 0) return i + __builtin_ctz(static_cast<unsigned>(hits));
+    }
+#endif
+    for (; i < length; ++i) {
+        if (text[i] == a || text[i] == b || text[i] == c) return i;
+    }
+    return length;
+}
+
 // Index of the last byte equal to a or b in text[0, length), or -1; sixteen bytes at a
 // time from the end where the target has SSE2.
 inline int32_t findLastEitherByte(const char* text, int32_t length, char a, char b) {
