@@ -335,17 +335,25 @@ int32_t deriveAndCompare(TextDeriver derive, const ParsedRecord* record, char* s
 int32_t scoreAdjustment(const FormatDescriptor& row, const ParsedRecord* record, char* scratch, int32_t room) {
     int32_t adjustment = 0;
     bool equal = false;
+    // The first name's status depends on the record and the room only, so it is asked once.
+    int32_t firstName = kErrNoAnswer;
+    bool firstNameAsked = false;
+    auto firstNameStatus = [&]() {
+        if (!firstNameAsked) firstName = getFirstName(record, scratch, room);
+        firstNameAsked = true;
+        return firstName;
+    };
     if (row.expectedCountry != nullptr) {
         if (deriveAndCompare(getCountryCode, record, scratch, room, row.expectedCountry, &equal) == kOk) {
             adjustment += equal ? 100 : -1000;
         }
-        if (getFirstName(record, scratch, room) != kOk) adjustment -= 100;
+        if (firstNameStatus() != kOk) adjustment -= 100;
     }
     if (row.expectedJurisdiction != nullptr) {
         if (deriveAndCompare(getJurisdictionCode, record, scratch, room, row.expectedJurisdiction, &equal) == kOk) {
             adjustment += equal ? 50 : -500;
         }
-        if (getFirstName(record, scratch, room) != kOk || getLastName(record, scratch, room) != kOk) {
+        if (firstNameStatus() != kOk || getLastName(record, scratch, room) != kOk) {
             adjustment -= 50;
         }
     }
