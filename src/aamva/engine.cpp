@@ -320,14 +320,19 @@ int32_t findAamvaHeader(const char* text, int32_t length, TextSpan* version) {
     return kErrNoAnswer;
 }
 
-bool aamvaHeaderMayPass(const TextFacts& f, uint32_t formatNumber, VersionRule rule) {
-    if (f.at(0) != '@') return false;  // what most texts fail, asked first
+bool aamvaVersionMayPass(const TextFacts& f, uint32_t formatNumber, VersionRule rule) {
     const AamvaVersionRow* row = findAamvaVersionRow(formatNumber);
     if (row == nullptr || f.length <= static_cast<int64_t>(row->headerLength) || f.at(0) != '@') return false;
     if (rule == VersionRule::Any) return true;
     if (f.length < static_cast<int64_t>(row->versionOffset) + row->versionLength) return false;
     int32_t version = 0;
-    if (!readHeaderNumber(TextSpan{f.text, f.length}, row->versionOffset, row->versionLength, &version)) return false;
+    const char* digits = f.text + row->versionOffset;
+    if (row->versionLength == 2 && isAsciiDigit(static_cast<unsigned char>(digits[0])) &&
+        isAsciiDigit(static_cast<unsigned char>(digits[1]))) {
+        version = (digits[0] - '0') * 10 + (digits[1] - '0');  // the usual two digits, as readHeaderNumber reads them
+    } else if (!readHeaderNumber(TextSpan{f.text, f.length}, row->versionOffset, row->versionLength, &version)) {
+        return false;
+    }
     if (rule == VersionRule::Exact) return version == static_cast<int64_t>(row->expectedVersion);
     return version >= static_cast<int64_t>(row->minVersion) && version <= static_cast<int64_t>(row->expectedVersion);
 }

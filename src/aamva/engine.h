@@ -153,7 +153,11 @@ enum class VersionRule {
 };
 // Necessary for the header steps of a format to pass: "@" first, a header of the row's
 // length and a version number the rule accepts, read as the version step reads it.
-bool aamvaHeaderMayPass(const TextFacts& facts, uint32_t formatNumber, VersionRule rule);
+bool aamvaVersionMayPass(const TextFacts& facts, uint32_t formatNumber, VersionRule rule);
+inline bool aamvaHeaderMayPass(const TextFacts& facts, uint32_t formatNumber, VersionRule rule) {
+    // The "@" that most texts lack is asked for here, before the row is looked up.
+    return facts.at(0) == '@' && aamvaVersionMayPass(facts, formatNumber, rule);
+}
 
 // Helpers the variants share with the defaults.
 // Reads a numeric header field at offset/length: true with its value when every
