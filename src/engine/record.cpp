@@ -81,9 +81,15 @@ int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceS
     }
     const ByteSet replaced = byteSetOf(replacing ? replaceSet : nullptr);
     const ByteSet collapsed = byteSetOf(collapsing ? collapseSet : nullptr);
+    ByteSet special;
+    for (int word = 0; word < 4; ++word) special.bits[word] = replaced.bits[word] | collapsed.bits[word];
     int32_t written = 0;
     for (int32_t i = 0; i < span.length && written < cap; ++i) {
         char c = span.data[i];
+        if (!special.has(c)) {
+            dst[written++] = c;  // neither replaced nor collapsed
+            continue;
+        }
         if (replaced.has(c)) {
             if (replaceChar == '\0') continue;
             c = replaceChar;

@@ -46,8 +46,9 @@ bool hasCredibleEnd(TextSpan track) {
         while (at >= 0 && isWhiteSpace(static_cast<unsigned char>(track.data[at]))) --at;
         if (at >= 0 && track.data[at] == '^') return true;
     }
-    for (int32_t at = n - 2, distance = 1; at >= 0; --at, ++distance) {
-        if (track.data[at] == '?') return distance <= 10;
+    // Only the last "?" before the end counts, and it must stand within 10 bytes of it.
+    for (int32_t at = n - 2, distance = 1; at >= 0 && distance <= 10; --at, ++distance) {
+        if (track.data[at] == '?') return true;
     }
     return false;
 }
