@@ -100,8 +100,8 @@ int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceS
     return written;
 }
 
-int32_t copyFilteredZ(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
-                      const char* collapseSet, char replaceChar) {
+int32_t copyFilteredZSlowly(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
+                            const char* collapseSet, char replaceChar) {
     if (dst == nullptr || cap < 1) return 0;
     const int32_t written = copyFiltered(dst, cap - 1, span, replaceSet, collapseSet, replaceChar);
     if (written < 1) return 0;
@@ -165,11 +165,6 @@ int32_t copyMappedZ(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
     if (written < 1) return 0;
     dst[written] = '\0';
     return written + 1;
-}
-
-int32_t copyLiteralZ(char* dst, int32_t cap, const char* text) {
-    if (text == nullptr) return 0;
-    return copyFilteredZ(dst, cap, makeSpan(text), nullptr, nullptr, '\0');
 }
 
 FieldSlot* setFieldFromSpan(ParsedRecord* record, FieldId id, TextSpan span,

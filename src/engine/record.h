@@ -85,8 +85,8 @@ inline TextSpan makeSpan(const char* text) {
 // written + 1, or 0 (writing nothing) when no character was copied.
 int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
                      const char* collapseSet, char replaceChar);
-int32_t copyFilteredZ(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
-                      const char* collapseSet, char replaceChar);
+int32_t copyFilteredZSlowly(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
+                            const char* collapseSet, char replaceChar);
 int32_t joinSpans(char* dst, int32_t cap, const TextSpan* spans, int32_t count,
                   const char* separator, const char* replaceSet, const char* collapseSet,
                   char replaceChar);
@@ -97,7 +97,7 @@ int32_t copyMapped(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
                    CharTest collapseTest, char replaceChar);
 int32_t copyMappedZ(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
                     CharTest collapseTest, char replaceChar);
-int32_t copyLiteralZ(char* dst, int32_t cap, const char* text);
+
 
 // Setters: append the value to the work buffer and point the slot at it. They return
 // the slot, or null for a null record or a FieldId above 139. A value that yields no
@@ -140,6 +140,22 @@ inline void moveValueBytes(char* dst, const char* src, int32_t n) {
     } else if (n > 16) {
         std::memmove(dst, src, static_cast<size_t>(n));
     }
+}
+
+// copyFilteredZ: the copy with nothing filtered, the usual one, is written out here.
+inline int32_t copyFilteredZ(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
+                             const char* collapseSet, char replaceChar) {
+    const bool filtered = (replaceSet != nullptr && *replaceSet != '\0') || (collapseSet != nullptr && *collapseSet != '\0');
+    if (filtered) return copyFilteredZSlowly(dst, cap, span, replaceSet, collapseSet, replaceChar);
+    if (dst == nullptr || cap < 2 || !spanUsable(span)) return 0;
+    const int32_t n = span.length < cap - 1 ? span.length : cap - 1;
+    moveValueBytes(dst, span.data, n);
+    dst[n] = '\0';
+    return n + 1;
+}
+inline int32_t copyLiteralZ(char* dst, int32_t cap, const char* text) {
+    if (text == nullptr) return 0;
+    return copyFilteredZ(dst, cap, makeSpan(text), nullptr, nullptr, '\0');
 }
 
 #if defined(__GNUC__)

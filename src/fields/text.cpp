@@ -92,22 +92,6 @@ int32_t removeWords(TextSpan* tokens, int32_t count, const char* const* words,
     return kept;
 }
 
-int32_t spanEquals(TextSpan span, const char* text) {
-    if (span.data == nullptr || text == nullptr) {
-        return (span.data == nullptr && text == nullptr) ? 0 : 1;
-    }
-    // The text's length is measured only as far as it matters: one past the span's.
-    int32_t bounded = 0;
-    while (bounded <= span.length && text[bounded] != '\0') ++bounded;
-    if (bounded != span.length) {
-        return span.length - (bounded < span.length ? bounded : static_cast<int32_t>(std::strlen(text)));
-    }
-    for (int32_t i = 0; i < span.length; ++i) {
-        if (span.data[i] != text[i]) return compareBytes(span.data[i], text[i]);
-    }
-    return 0;
-}
-
 int32_t spanCompare(TextSpan a, TextSpan b, int flags) {
     if (a.data == nullptr || b.data == nullptr) return (a.data == nullptr && b.data == nullptr) ? 0 : 1;
     if (a.length != b.length) return a.length - b.length;

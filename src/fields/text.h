@@ -265,7 +265,18 @@ int32_t removeWords(TextSpan* tokens, int32_t count, const char* const* words,
                     int32_t wordCount);
 
 // 0 when equal; otherwise the length difference, or -1/1 by the first differing byte.
-int32_t spanEquals(TextSpan span, const char* text);
+inline int32_t spanEquals(TextSpan span, const char* text) {
+    if (span.data == nullptr || text == nullptr) {
+        return (span.data == nullptr && text == nullptr) ? 0 : 1;
+    }
+    const int32_t n = static_cast<int32_t>(std::strlen(text));
+    if (n != span.length) return span.length - n;
+    for (int32_t i = 0; i < n; ++i) {
+        // Signed comparison of the differing bytes, as the callers expect.
+        if (span.data[i] != text[i]) return static_cast<signed char>(span.data[i]) < static_cast<signed char>(text[i]) ? -1 : 1;
+    }
+    return 0;
+}
 int32_t spanCompare(TextSpan a, TextSpan b, int flags);
 // Whether the span is one of the words (exact comparison).
 bool spanInList(TextSpan span, const char* const* words, int32_t wordCount);
