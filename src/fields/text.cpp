@@ -29,14 +29,6 @@ int32_t compareBytes(char a, char b) {
 
 
 
-int32_t allChars(TextSpan span, CharTest test) {
-    if (span.data == nullptr || test == nullptr) return -1;
-    for (int32_t i = 0; i < span.length; ++i) {
-        if (!test(static_cast<unsigned char>(span.data[i]))) return 1;
-    }
-    return 0;
-}
-
 int32_t splitTokens(TextSpan span, TextSpan* tokens, int32_t max, const char* delimiters,
                     int flags) {
     if (tokens == nullptr || span.data == nullptr || span.length < 1 || max < 0) return 0;

@@ -119,8 +119,14 @@ inline void trimSet(TextSpan* span, const char* set) {
 }
 
 // 0 when every character passes (also for an empty span), 1 otherwise, -1 for a null
-// span or test.
-int32_t allChars(TextSpan span, CharTest test);
+// span or test. Inline, so that a known test is written into the loop.
+inline int32_t allChars(TextSpan span, CharTest test) {
+    if (span.data == nullptr || test == nullptr) return -1;
+    for (int32_t i = 0; i < span.length; ++i) {
+        if (!test(static_cast<unsigned char>(span.data[i]))) return 1;
+    }
+    return 0;
+}
 
 // Whether the n bytes at text are all decimal digits (the caller knows they are there).
 inline bool allDigits(const char* text, int32_t n) {

@@ -155,10 +155,10 @@ int32_t readDigits(const char* text, int32_t n) {
 
 int32_t findByte(TextSpan track, char c, int32_t from) {
     if (track.data == nullptr) return -1;
-    for (int32_t i = from < 0 ? 0 : from; i < track.length; ++i) {
-        if (track.data[i] == c) return i;
-    }
-    return -1;
+    const int32_t start = from < 0 ? 0 : from;
+    if (start >= track.length) return -1;
+    const int32_t at = start + findEitherByte(track.data + start, track.length - start, c, c);
+    return at < track.length ? at : -1;
 }
 
 DateValue makeDate(int32_t year, int32_t month, int32_t day) { return DateValue{year, month, day, 0, 0, 0}; }
