@@ -266,6 +266,12 @@ constexpr HcKeyword kKeywords[] = {
     {"CSEX", field::gender, KeywordValue::Text},
 };
 static_assert(std::size(kKeywords) == 6);
+static_assert([] {
+    for (const HcKeyword& k : kKeywords) {
+        if (k.keyword[0] != 'C') return false;
+    }
+    return true;
+}());
 
 constexpr int32_t kKeywordLength = 4;
 constexpr int32_t kMinimumKeywords = 2;
@@ -356,7 +362,8 @@ bool mayReadHcFormat50(const TextFacts& f) {
     for (int32_t at = 0; keywords < kMinimumKeywords; ++at) {
         at += findEitherByte(f.text + at, f.length - at, '\n', '\n');
         if (f.length - at <= kKeywordLength + 1) return false;
-        if (findKeyword(TextSpan{f.text + at + 1, kKeywordLength}) != nullptr) ++keywords;
+        // Every keyword opens with "C".
+        if (f.text[at + 1] == 'C' && findKeyword(TextSpan{f.text + at + 1, kKeywordLength}) != nullptr) ++keywords;
     }
     return true;
 }
