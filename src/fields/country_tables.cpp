@@ -708,4 +708,52 @@ const char* countryForJurisdictionCode(TextSpan code) {
     return row != nullptr ? row->countryName : nullptr;
 }
 
+namespace {
+
+// The alpha-3 code of each jurisdiction row's country, as alpha3ForCountryName finds it
+// for the name (or the name itself, should it be a code), worked out at compile time.
+constexpr bool sameUpperCased(const char* text, const char* tableText) {
+    size_t i = 0;
+    while (text[i] != '\0' && toAsciiUpper(text[i]) == tableText[i]) ++i;
+    return text[i] == '\0' && tableText[i] == '\0';
+}
+
+constexpr const char* alpha3OfCountryName(const char* name) {
+    for (size_t i = 0; i < kCountryRowCount; ++i) {
+        if (sameUpperCased(name, kCountryRows[i].name)) return kCountryRows[i].alpha3;
+    }
+    for (size_t i = 0; i < kCountryRowCount; ++i) {
+        if (sameText(name, kCountryRows[i].alpha3)) return kCountryRows[i].alpha3;
+    }
+    return nullptr;
+}
+
+struct JurisdictionCountryCodes {
+    const char* alpha3[std::size(kJurisdictionRows)];
+};
+
+constexpr JurisdictionCountryCodes findJurisdictionCountryCodes() {
+    JurisdictionCountryCodes codes{};
+    for (size_t i = 0; i < std::size(kJurisdictionRows); ++i) codes.alpha3[i] = alpha3OfCountryName(kJurisdictionRows[i].countryName);
+    return codes;
+}
+
+constexpr JurisdictionCountryCodes kJurisdictionCountryCodes = findJurisdictionCountryCodes();
+
+// The worker copies the country's name into 64 bytes before looking it up; every name
+// fits, so the name looked up here is the one it looks up.
+static_assert([] {
+    for (const JurisdictionRow& row : kJurisdictionRows) {
+        if (textLength(row.countryName) >= 64) return false;
+    }
+    return true;
+}());
+
+}  // namespace
+
+const char* countryCodeOfJurisdiction(TextSpan code) {
+    const JurisdictionRow* row = jurisdictionRowForCode(code);
+    return row != nullptr ? kJurisdictionCountryCodes.alpha3[row - kJurisdictionRows] : nullptr;
+}
+
 }  // namespace orvane
