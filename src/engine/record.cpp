@@ -9,26 +9,6 @@
 namespace orvane {
 namespace {
 
-bool hasMembers(const char* set) { return set != nullptr && *set != '\0'; }
-
-// The members of a C-string set as bits, so that a copy tests each byte with one lookup.
-struct ByteSet {
-    uint64_t bits[4];
-    bool has(char c) const {
-        const unsigned char b = static_cast<unsigned char>(c);
-        return (bits[b >> 6] >> (b & 63) & 1) != 0;
-    }
-};
-
-ByteSet byteSetOf(const char* set) {
-    ByteSet s{};
-    for (const char* p = set; p != nullptr && *p != '\0'; ++p) {
-        const unsigned char b = static_cast<unsigned char>(*p);
-        s.bits[b >> 6] |= uint64_t{1} << (b & 63);
-    }
-    return s;
-}
-
 // Adds a terminator after the last value while room remains for one more value.
 void terminateValue(ParsedRecord* record) {
     if (record->workUsed < record->workCapacity - 1) {
@@ -79,25 +59,8 @@ int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceS
         std::memmove(dst, span.data, static_cast<size_t>(n));
         return n;
     }
-    const ByteSet replaced = byteSetOf(replacing ? replaceSet : nullptr);
-    const ByteSet collapsed = byteSetOf(collapsing ? collapseSet : nullptr);
-    ByteSet special;
-    for (int word = 0; word < 4; ++word) special.bits[word] = replaced.bits[word] | collapsed.bits[word];
-    int32_t written = 0;
-    for (int32_t i = 0; i < span.length && written < cap; ++i) {
-        char c = span.data[i];
-        if (!special.has(c)) {
-            dst[written++] = c;  // neither replaced nor collapsed
-            continue;
-        }
-        if (replaced.has(c)) {
-            if (replaceChar == '\0') continue;
-            c = replaceChar;
-        }
-        if (written > 0 && dst[written - 1] == c && collapsed.has(c)) continue;
-        dst[written++] = c;
-    }
-    return written;
+    return copyBySets(dst, cap, span, byteSetOf(replacing ? replaceSet : nullptr), byteSetOf(collapsing ? collapseSet : nullptr),
+                      replaceChar);
 }
 
 int32_t copyFilteredZSlowly(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
@@ -167,14 +130,13 @@ int32_t copyMappedZ(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
     return written + 1;
 }
 
-FieldSlot* setFieldFromSpan(ParsedRecord* record, FieldId id, TextSpan span,
-                            const char* replaceSet, const char* collapseSet, char replaceChar) {
-    // Nothing to filter, the common case: a plain copy.
-    if (!hasMembers(replaceSet) && !hasMembers(collapseSet)) return setField(record, id, span);
+FieldSlot* setFieldBySets(ParsedRecord* record, FieldId id, TextSpan span, const ByteSet& replaced,
+                          const ByteSet& collapsed, char replaceChar) {
     return storeCopy(
         record, id,
         [&](char* dst, int32_t room) {
-            return copyFiltered(dst, room, span, replaceSet, collapseSet, replaceChar);
+            if (dst == nullptr || room < 1 || !spanUsable(span)) return 0;
+            return copyBySets(dst, room, span, replaced, collapsed, replaceChar);
         },
         sameLength);
 }

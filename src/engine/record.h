@@ -99,11 +99,56 @@ int32_t copyMappedZ(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
                     CharTest collapseTest, char replaceChar);
 
 
+// Whether a C-string set has members.
+inline bool hasMembers(const char* set) { return set != nullptr && *set != '\0'; }
+
+// The members of a C-string set as bits, so that a copy tests each byte with one lookup;
+// the NUL byte is never a member. Built at compile time for sets known there.
+struct ByteSet {
+    uint64_t bits[4];
+    constexpr bool has(char c) const {
+        const unsigned char b = static_cast<unsigned char>(c);
+        return (bits[b >> 6] >> (b & 63) & 1) != 0;
+    }
+};
+constexpr ByteSet byteSetOf(const char* set) {
+    ByteSet s{};
+    for (const char* p = set; p != nullptr && *p != '\0'; ++p) {
+        const unsigned char b = static_cast<unsigned char>(*p);
+        s.bits[b >> 6] |= uint64_t{1} << (b & 63);
+    }
+    return s;
+}
+
+// The filtered copy of copyFiltered, for sets as bits: replaced bytes become the
+// replacement (or are dropped for NUL), then a byte of the collapse set equal to the
+// last written one is left out. dst and cap are valid and the span usable.
+inline int32_t copyBySets(char* dst, int32_t cap, TextSpan span, const ByteSet& replaced, const ByteSet& collapsed,
+                          char replaceChar) {
+    ByteSet special{};
+    for (int word = 0; word < 4; ++word) special.bits[word] = replaced.bits[word] | collapsed.bits[word];
+    int32_t written = 0;
+    for (int32_t i = 0; i < span.length && written < cap; ++i) {
+        char c = span.data[i];
+        if (!special.has(c)) {
+            dst[written++] = c;  // neither replaced nor collapsed
+            continue;
+        }
+        if (replaced.has(c)) {
+            if (replaceChar == '\0') continue;
+            c = replaceChar;
+        }
+        if (written > 0 && dst[written - 1] == c && collapsed.has(c)) continue;
+        dst[written++] = c;
+    }
+    return written;
+}
+
 // Setters: append the value to the work buffer and point the slot at it. They return
 // the slot, or null for a null record or a FieldId above 139. A value that yields no
 // character clears the slot.
-FieldSlot* setFieldFromSpan(ParsedRecord* record, FieldId id, TextSpan span,
-                            const char* replaceSet, const char* collapseSet, char replaceChar);
+FieldSlot* setFieldBySets(ParsedRecord* record, FieldId id, TextSpan span, const ByteSet& replaced,
+                          const ByteSet& collapsed, char replaceChar);
 FieldSlot* setFieldJoined(ParsedRecord* record, FieldId id, const TextSpan* spans,
                           int32_t count, const char* separator, const char* replaceSet,
                           const char* collapseSet, char replaceChar);
@@ -192,6 +237,15 @@ ORVANE_ALWAYS_INLINE FieldSlot* storeFieldValue(ParsedRecord* record, FieldId id
 
 // setFieldFromSpan with nothing filtered: the value as it stands.
 inline FieldSlot* setField(ParsedRecord* record, FieldId id, TextSpan span) { return storeFieldValue(record, id, span); }
+
+// The value with the bytes of replaceSet replaced and runs of a collapseSet byte made
+// one; inline, so that the sets of a call are built where they are known.
+inline FieldSlot* setFieldFromSpan(ParsedRecord* record, FieldId id, TextSpan span, const char* replaceSet,
+                                   const char* collapseSet, char replaceChar) {
+    // Nothing to filter, the common case: a plain copy.
+    if (!hasMembers(replaceSet) && !hasMembers(collapseSet)) return setField(record, id, span);
+    return setFieldBySets(record, id, span, byteSetOf(replaceSet), byteSetOf(collapseSet), replaceChar);
+}
 // Stores the text only when the slot is still empty.
 void setFieldLiteralIfMissing(ParsedRecord* record, FieldId id, const char* text);
 // A reader that found no document type reads a driving licence.
