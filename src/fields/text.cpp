@@ -29,51 +29,6 @@ int32_t compareBytes(char a, char b) {
 
 
 
-int32_t splitTokens(TextSpan span, TextSpan* tokens, int32_t max, const char* delimiters,
-                    int flags) {
-    if (tokens == nullptr || span.data == nullptr || span.length < 1 || max < 0) return 0;
-    // The cuts of repeated nextToken calls, with the delimiter set made a bitmap once.
-    uint64_t members[4] = {};
-    for (const char* p = delimiters; p != nullptr && *p != '\0'; ++p) {
-        const unsigned char c = static_cast<unsigned char>(*p);
-        members[c >> 6] |= uint64_t{1} << (c & 63);
-    }
-    auto isDelimiter = [&members](char c) {
-        const unsigned char b = static_cast<unsigned char>(c);
-        return (members[b >> 6] >> (b & 63) & 1) != 0;
-    };
-    const bool skipEmpty = (flags & kSkipEmptyTokens) != 0;
-    const char* data = span.data;
-    const int32_t n = span.length;
-    // Up to three delimiters, as most callers have, are searched for as bytes.
-    int32_t kinds = 0;
-    char kind[3] = {};
-    for (const char* p = delimiters; p != nullptr && *p != '\0' && kinds <= 3; ++p) {
-        if (kinds < 3) kind[kinds] = *p;
-        ++kinds;
-    }
-    int32_t count = 0;
-    int32_t at = 0;
-    while (count < max && at < n) {
-        int32_t start = at;
-        if (skipEmpty) {
-            while (start < n && isDelimiter(data[start])) ++start;
-            if (start == n) break;
-        }
-        int32_t end = start;
-        if (kinds >= 1 && kinds <= 3) {
-            end = start + findAnyOfThree(data + start, n - start, kind[0], kinds > 1 ? kind[1] : kind[0],
-                                         kinds > 2 ? kind[2] : kind[0]);
-        } else {
-            while (end < n && !isDelimiter(data[end])) ++end;
-        }
-        at = end < n ? end + 1 : end;
-        if (skipEmpty && end == start) continue;
-        tokens[count++] = TextSpan{data + start, end - start};
-    }
-    return count;
-}
-
 int32_t removeWords(TextSpan* tokens, int32_t count, const char* const* words,
                     int32_t wordCount) {
     if (tokens == nullptr || count < 1) return 0;
