@@ -93,10 +93,35 @@ int32_t joinSpans(char* dst, int32_t cap, const TextSpan* spans, int32_t count,
 int32_t joinSpansZ(char* dst, int32_t cap, const TextSpan* spans, int32_t count,
                    const char* separator, const char* replaceSet, const char* collapseSet,
                    char replaceChar);
-int32_t copyMapped(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
-                   CharTest collapseTest, char replaceChar);
-int32_t copyMappedZ(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
-                    CharTest collapseTest, char replaceChar);
+// Inline, so that the tests of a call are written into its loop.
+inline int32_t copyMapped(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
+                   CharTest collapseTest, char replaceChar) {
+    if (dst == nullptr || cap < 1 || !spanUsable(span)) return 0;
+    int32_t written = 0;
+    for (int32_t i = 0; i < span.length && written < cap; ++i) {
+        char c = span.data[i];
+        if (dropTest != nullptr && dropTest(static_cast<unsigned char>(c))) {
+            if (replaceChar == '\0') continue;
+            c = replaceChar;
+        }
+        if (collapseTest != nullptr && written > 0 && dst[written - 1] == c &&
+            collapseTest(static_cast<unsigned char>(c))) {
+            continue;
+        }
+        dst[written++] = c;
+    }
+    return written;
+}
+
+inline int32_t copyMappedZ(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
+                    CharTest collapseTest, char replaceChar) {
+    if (dst == nullptr || cap < 1) return 0;
+    const int32_t written = copyMapped(dst, cap - 1, span, dropTest, collapseTest, replaceChar);
+    if (written < 1) return 0;
+    dst[written] = '\0';
+    return written + 1;
+}
+
 
 
 // Whether a C-string set has members.
