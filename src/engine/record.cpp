@@ -63,15 +63,6 @@ int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceS
                       replaceChar);
 }
 
-int32_t copyFilteredZSlowly(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
-                            const char* collapseSet, char replaceChar) {
-    if (dst == nullptr || cap < 1) return 0;
-    const int32_t written = copyFiltered(dst, cap - 1, span, replaceSet, collapseSet, replaceChar);
-    if (written < 1) return 0;
-    dst[written] = '\0';
-    return written + 1;
-}
-
 int32_t joinSpans(char* dst, int32_t cap, const TextSpan* spans, int32_t count,
                   const char* separator, const char* replaceSet, const char* collapseSet,
                   char replaceChar) {

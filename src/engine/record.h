@@ -85,8 +85,6 @@ inline TextSpan makeSpan(const char* text) {
 // written + 1, or 0 (writing nothing) when no character was copied.
 int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
                      const char* collapseSet, char replaceChar);
-int32_t copyFilteredZSlowly(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
-                            const char* collapseSet, char replaceChar);
 int32_t joinSpans(char* dst, int32_t cap, const TextSpan* spans, int32_t count,
                   const char* separator, const char* replaceSet, const char* collapseSet,
                   char replaceChar);
@@ -216,8 +214,14 @@ inline void moveValueBytes(char* dst, const char* src, int32_t n) {
 inline int32_t copyFilteredZ(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
                              const char* collapseSet, char replaceChar) {
     const bool filtered = (replaceSet != nullptr && *replaceSet != '\0') || (collapseSet != nullptr && *collapseSet != '\0');
-    if (filtered) return copyFilteredZSlowly(dst, cap, span, replaceSet, collapseSet, replaceChar);
     if (dst == nullptr || cap < 2 || !spanUsable(span)) return 0;
+    if (filtered) {
+        // The sets of a call with literal strings are built where the call is written.
+        const int32_t written = copyBySets(dst, cap - 1, span, byteSetOf(replaceSet), byteSetOf(collapseSet), replaceChar);
+        if (written < 1) return 0;
+        dst[written] = '\0';
+        return written + 1;
+    }
     const int32_t n = span.length < cap - 1 ? span.length : cap - 1;
     moveValueBytes(dst, span.data, n);
     dst[n] = '\0';
