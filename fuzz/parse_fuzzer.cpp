@@ -1,13 +1,17 @@
 // libFuzzer target: every input is parsed by a reused handle and by a fresh one, then
-// asked every question of the C interface. Any status the interface does not document,
-// any write past a buffer, any difference between two handles of the same room, and
-// any sanitizer report is a finding.
+// asked every question of the C interface, and parsed once more by the library's driver
+// and by the plain one that frames, reads and scores every row in order. Any status the
+// interface does not document, any write past a buffer, any difference between two
+// handles of the same room or between the two drivers, and any sanitizer report is a
+// finding.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
 #include "../tests/answer_checks.h"
+#include "../tests/plain_driver.h"
+#include "engine/registry.h"
 #include "orvane_parser.h"
 
 namespace {
@@ -66,5 +70,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string second = parseAndAsk(fresh, data, size);
     SVT_delete(fresh);
     if (size > 0 && sameRoom && first != second) fail("reused and fresh handles differ", first + " / " + second);
+    const std::string input(reinterpret_cast<const char*>(data), size);
+    const std::string drivers = orvane::testing::compareDrivers(input, orvane::formatRegistry());
+    if (!drivers.empty()) fail("the driver and the plain driver differ", drivers);
     return 0;
 }

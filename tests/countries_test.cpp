@@ -206,6 +206,25 @@ TEST(CountryWorkers, CountryCode) {
     });
 }
 
+TEST(CountryWorkers, CountryCodeOfEveryJurisdictionAsTheNameLookupsGiveIt) {
+    // The worker takes a jurisdiction's country code from a table worked out beforehand;
+    // it must be what the country's name gives through the lookups, for every row, read
+    // as the code or through an IIN of the jurisdiction.
+    for (const JurisdictionRow& row : jurisdictionRows()) {
+        SCOPED_TRACE(row.code);
+        const char* alpha3 = alpha3ForCountryName(row.countryName);
+        const std::string expected =
+            alpha3 != nullptr ? alpha3 : isCountryAlpha3(row.countryName) ? row.countryName : "#-26";
+        EXPECT_EQ(testing::ask(getCountryCode, {{kJur, row.code}}), expected);
+        EXPECT_EQ(testing::ask(getCountryCode, {{kJur, (std::string(" ") + row.code + "\t").c_str()}}), expected);
+        if (const char* iin = iinForJurisdictionCode(makeSpan(row.code))) {
+            const char* issuer = jurisdictionCodeForIin(makeSpan(iin));
+            const char* ofIssuer = alpha3ForCountryName(countryForJurisdictionCode(makeSpan(issuer)));
+            EXPECT_EQ(testing::ask(getCountryCode, {{kIin, iin}}), ofIssuer != nullptr ? ofIssuer : "#-26");
+        }
+    }
+}
+
 TEST(CountryWorkers, IinAndIssuer) {
     testing::runWorkerCases({
         {"known, copied whole", getIIN, {{kIin, "6360152"}, {kJur, "NY"}}, 64, "6360152"},

@@ -17,7 +17,14 @@ namespace {
 
 void clearWholeRecord(ParsedRecord* record) {
     resetRecord(record);
+    std::memset(record->fields, 0, sizeof record->fields);
     std::memset(record->workBuffer, 0, static_cast<size_t>(record->workCapacity));
+}
+
+int32_t countUsableSlots(const ParsedRecord* record) {
+    int32_t filled = 0;
+    for (const FieldSlot& slot : record->fields) filled += spanUsable(slot) ? 1 : 0;
+    return filled;
 }
 
 int32_t runPlainRow(const FormatDescriptor& row, const std::string& input, char* scratch, int32_t capacity,
@@ -35,7 +42,7 @@ int32_t runPlainRow(const FormatDescriptor& row, const std::string& input, char*
 }
 
 int32_t plainScore(const FormatDescriptor& row, const ParsedRecord* record, char* scratch, int32_t room) {
-    int32_t score = countFilledFields(record);
+    int32_t score = countUsableSlots(record);
     if (row.expectedCountry != nullptr) {
         if (getCountryCode(record, scratch, room) == kOk) score += std::strcmp(scratch, row.expectedCountry) == 0 ? 100 : -1000;
         if (getFirstName(record, scratch, room) != kOk) score -= 100;
@@ -76,7 +83,7 @@ int32_t plainParseBestFormat(std::span<const FormatDescriptor> rows, const std::
     bool framed = false;
     for (size_t r = 0; r < rows.size(); ++r) {
         if (runPlainRow(rows[r], input, scratch, capacity, record, clock, &length, &framed) != kOk) continue;
-        if (countFilledFields(record) == 0) continue;
+        if (countUsableSlots(record) == 0) continue;
         const int32_t score = plainScore(rows[r], record, scratch, room);
         if (score > bestScore) {
             best = static_cast<int32_t>(r);

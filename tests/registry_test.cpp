@@ -56,6 +56,22 @@ TEST(Registry, EveryRowHoldsTogether) {
     }
 }
 
+TEST(Registry, RowsReadingAsAnEarlierOneHaveOne) {
+    // A row skipped for reading as an earlier one can only be so when an earlier row has
+    // its framing and its expectations, and so its score.
+    const auto rows = formatRegistry();
+    for (size_t i = 0; i < rows.size(); ++i) {
+        if (rows[i].readsAsEarlierRow == nullptr) continue;
+        SCOPED_TRACE("format " + std::to_string(rows[i].formatId));
+        bool found = false;
+        for (size_t e = 0; e < i; ++e) {
+            found = found || (rows[e].framer == rows[i].framer && rows[e].expectedCountry == rows[i].expectedCountry &&
+                              rows[e].expectedJurisdiction == rows[i].expectedJurisdiction);
+        }
+        EXPECT_TRUE(found);
+    }
+}
+
 TEST(Registry, RowOrder) {
     // Of two rows with the same score the earlier wins, so the order is behaviour: these
     // rows stand out of format order, and all others follow it.

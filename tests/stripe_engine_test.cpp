@@ -95,6 +95,13 @@ TEST(StripeEngine, Track1Fields) {
         {t1, "C1", {{field::jurisdictionCode, ""}, {field::city, ""}}},
         // A one-letter city suits the name but not the address (2-13 city bytes there).
         {t1, "CAX^DOE$JOHN^5 MAIN ST^", {{field::city, "X"}, {field::fullName, "DOE$JOHN"}, {field::address1, ""}}},
+        // Twenty city bytes: the name and the address are found from the start that leaves
+        // 15 and 13 of them.
+        {t1, "NY" + std::string(20, 'A') + "^DOE$JO^1 X^", {{field::fullName, "DOE$JO"}, {field::address1, "1 X"}}},
+        // A name of 36 bytes suits the name (cut to 35) but not the address, found after a
+        // later run of city bytes that opens with a blank.
+        {t1, "CAXX^" + std::string(36, 'N') + "^1 A^ ZZYY^DOE^2 B^",
+         {{field::fullName, "NNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNN"}, {field::address1, "2 B"}}},
     });
 }
 

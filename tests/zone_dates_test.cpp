@@ -88,17 +88,23 @@ TEST(ZoneDates, LayoutsWithUnknownDates) {
     }, &kClock2026);
 }
 
-TEST(ZoneDates, QuickChecksAndTheTextLeftAsItWas) {
+TEST(ZoneDates, QuickChecksReadersAndTheTextLeftAsItWas) {
+    // The quick check judges the caller's bytes, line breaks and lower case included.
     const std::string zone = passport("8507<<", "310101");
+    std::string scanned = zone.substr(0, 44) + "\r\n" + zone.substr(44);
+    scanned[0] = 'p';
     TextFacts facts{};
-    gatherTextFacts(zone.data(), static_cast<int32_t>(zone.size()), &facts);
+    gatherTextFacts(scanned.data(), static_cast<int32_t>(scanned.size()), &facts);
     EXPECT_TRUE(mayReadPassportZoneUnknownDates(facts));
-    const std::string known = passport("850715", "310101");
-    gatherTextFacts(known.data(), static_cast<int32_t>(known.size()), &facts);
+    gatherTextFacts(scanned.data(), 40, &facts);
     EXPECT_FALSE(mayReadPassportZoneUnknownDates(facts));
+    // A zone whose dates are known in full is the layout reader's alone.
+    testing::RecordWithBuffer r;
+    std::string known = passport("850715", "310101");
+    EXPECT_EQ(parsePassportZoneUnknownDates(known.data(), static_cast<int32_t>(known.size()), r.get(), &kClock2026),
+              kErrFraming);
     // The reader lets the layout's reader see zeros for the unknown parts, then puts the
     // fillers back.
-    testing::RecordWithBuffer r;
     std::string text = zone;
     ASSERT_EQ(parsePassportZoneUnknownDates(text.data(), static_cast<int32_t>(text.size()), r.get(), &kClock2026), kOk);
     EXPECT_EQ(text, zone);

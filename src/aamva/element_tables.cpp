@@ -1,5 +1,3 @@
-#include <algorithm>
-#include <array>
 #include <iterator>
 
 #include "aamva/engine.h"
@@ -108,43 +106,47 @@ constexpr PairEntry kDPairs[] = {
 };
 static_assert(std::size(kDPairs) == 82);
 
-// The pairs of a table ordered by key, each value the pair's position in the table: the
-// element loop finds an id by binary search and still applies its pairs in table order.
+// The index of the first n pairs of a table: each id hashed to a slot (the next free one
+// on a collision) that lists its pairs' positions in table order.
 template <size_t N>
-constexpr std::array<PairEntry, N> orderedByKey(const PairEntry (&pairs)[N]) {
-    std::array<PairEntry, N> ordered{};
-    for (size_t i = 0; i < N; ++i) ordered[i] = PairEntry{pairs[i].key, static_cast<int32_t>(i)};
-    std::sort(ordered.begin(), ordered.end(), [](const PairEntry& a, const PairEntry& b) {
-        return a.key != b.key ? a.key < b.key : a.value < b.value;
-    });
-    return ordered;
+constexpr ElementIndex indexPairs(const PairEntry (&pairs)[N], size_t n = N) {
+    ElementIndex index{};
+    for (size_t i = 0; i < n; ++i) {
+        uint32_t at = elementSlotOf(pairs[i].key);
+        while (index.slots[at].key != 0 && index.slots[at].key != pairs[i].key) at = (at + 1) % kElementSlots;
+        ElementSlot& slot = index.slots[at];
+        slot.key = pairs[i].key;
+        // More pairs for one id than a slot lists fails the build.
+        slot.positions[slot.count] = static_cast<uint8_t>(i);
+        slot.count = static_cast<uint8_t>(slot.count + 1);
+    }
+    return index;
 }
 
-constexpr std::array<PairEntry, std::size(kAPairs)> kAByKey = orderedByKey(kAPairs);
-constexpr std::array<PairEntry, std::size(kBPairs)> kBByKey = orderedByKey(kBPairs);
-constexpr std::array<PairEntry, std::size(kCPairs)> kCByKey = orderedByKey(kCPairs);
-constexpr std::array<PairEntry, std::size(kDPairs)> kDByKey = orderedByKey(kDPairs);
+constexpr ElementIndex kAIndex = indexPairs(kAPairs);
+constexpr ElementIndex kBIndex = indexPairs(kBPairs);
+constexpr ElementIndex kCIndex = indexPairs(kCPairs);
+constexpr ElementIndex kDIndex = indexPairs(kDPairs);
+constexpr ElementIndex kEIndex = indexPairs(kCPairs, 48);
 
 }  // namespace
 
-const AamvaElementTable kAamvaTableA{kAPairs, static_cast<int32_t>(std::size(kAPairs)), kAByKey};
-const AamvaElementTable kAamvaTableB{kBPairs, static_cast<int32_t>(std::size(kBPairs)), kBByKey};
-const AamvaElementTable kAamvaTableC{kCPairs, static_cast<int32_t>(std::size(kCPairs)), kCByKey};
-const AamvaElementTable kAamvaTableD{kDPairs, static_cast<int32_t>(std::size(kDPairs)), kDByKey};
+const AamvaElementTable kAamvaTableA{kAPairs, static_cast<int32_t>(std::size(kAPairs)), &kAIndex};
+const AamvaElementTable kAamvaTableB{kBPairs, static_cast<int32_t>(std::size(kBPairs)), &kBIndex};
+const AamvaElementTable kAamvaTableC{kCPairs, static_cast<int32_t>(std::size(kCPairs)), &kCIndex};
+const AamvaElementTable kAamvaTableD{kDPairs, static_cast<int32_t>(std::size(kDPairs)), &kDIndex};
 bool isKnownElementId(const char* id) {
     const uint32_t key = static_cast<uint32_t>(static_cast<unsigned char>(id[0])) << 16 |
                          static_cast<uint32_t>(static_cast<unsigned char>(id[1])) << 8 |
                          static_cast<uint32_t>(static_cast<unsigned char>(id[2]));
-    for (const AamvaElementTable* table : {&kAamvaTableA, &kAamvaTableB, &kAamvaTableC, &kAamvaTableD}) {
-        const auto at = std::lower_bound(table->byKey.begin(), table->byKey.end(), key,
-                                         [](const PairEntry& entry, uint32_t k) { return entry.key < k; });
-        if (at != table->byKey.end() && at->key == key) return true;
+    for (const ElementIndex* index : {&kAIndex, &kBIndex, &kCIndex, &kDIndex}) {
+        if (findElementSlot(*index, key).count != 0) return true;
     }
     return false;
 }
 
 // The 2011 variant: the 2014 table up to DDJ, without DDK, DDL and the repeated tail.
-const AamvaElementTable kAamvaTableE{kCPairs, 48, kCByKey};
+const AamvaElementTable kAamvaTableE{kCPairs, 48, &kEIndex};
 static_assert(kCPairs[47].key == elementKey("DDJ") && kCPairs[48].key == elementKey("DDK"));
 
 }  // namespace orvane

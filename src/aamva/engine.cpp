@@ -25,20 +25,30 @@ bool isNumericHeaderChar(char c) {
            c == '+' || c == '-';
 }
 
-// Applies every pair of the key, in table order: through the table's key index when it
-// has one, else by walking the table.
-void storeElement(AamvaParser& p, uint32_t key, TextSpan value, const AamvaElementTable& table) {
+// The default store, called directly rather than through the step.
+ORVANE_ALWAYS_INLINE void storeTrimmedElement(AamvaParser& p, FieldId id, TextSpan value) {
+    trimIf(&value, isBlankOrNul);
+    storeFieldValue(p.record, id, value);
+}
+
+// Applies every pair of the key, in table order: through the table's index when it has
+// one, else by walking the table.
+ORVANE_ALWAYS_INLINE void storeElement(AamvaParser& p, uint32_t key, TextSpan value, const AamvaElementTable& table) {
     if (p.elementStore == nullptr) return;
-    if (table.byKey.empty()) {
+    if (table.index == nullptr) {
         for (int32_t i = 0; i < table.count; ++i) {
             if (table.pairs[i].key == key) p.elementStore(p, static_cast<FieldId>(table.pairs[i].value), value);
         }
         return;
     }
-    auto at = std::lower_bound(table.byKey.begin(), table.byKey.end(), key,
-                               [](const PairEntry& entry, uint32_t k) { return entry.key < k; });
-    for (; at != table.byKey.end() && at->key == key; ++at) {
-        if (at->value < table.count) p.elementStore(p, static_cast<FieldId>(table.pairs[at->value].value), value);
+    const ElementSlot& slot = findElementSlot(*table.index, key);
+    for (int32_t i = 0; i < slot.count; ++i) {
+        const FieldId id = static_cast<FieldId>(table.pairs[slot.positions[i]].value);
+        if (p.elementStore == aamvaElementStore) {
+            storeTrimmedElement(p, id, value);
+        } else {
+            p.elementStore(p, id, value);
+        }
     }
 }
 
@@ -54,20 +64,30 @@ char payloadByte(TextSpan payload, int32_t index) {
 }
 
 bool readHeaderNumber(TextSpan payload, uint32_t offset, uint32_t length, int32_t* value) {
-    char field[16] = {};
-    const uint32_t n = length < sizeof field - 1 ? length : sizeof field - 1;
-    std::memcpy(field, payload.data + offset, n);
-    for (uint32_t i = 0; i < n && field[i] != '\0'; ++i) {
-        if (!isNumericHeaderChar(field[i])) return false;
+    // At most 15 bytes, and only those before a NUL.
+    const uint32_t n = length < 15 ? length : 15;
+    const char* field = payload.data + offset;
+    if (n <= 2 && allDigits(field, static_cast<int32_t>(n))) {
+        // The usual one or two digits.
+        *value = n == 0 ? 0 : n == 1 ? field[0] - '0' : (field[0] - '0') * 10 + (field[1] - '0');
+        return true;
     }
-    const int64_t number = readLeadingInteger(TextSpan{field, static_cast<int32_t>(std::strlen(field))});
+    uint32_t end = 0;
+    for (; end < n && field[end] != '\0'; ++end) {
+        if (!isNumericHeaderChar(field[end])) return false;
+    }
+    const int64_t number = readLeadingInteger(TextSpan{field, static_cast<int32_t>(end)});
     *value = static_cast<int32_t>(number > INT32_MAX ? INT32_MAX : number < -INT32_MAX ? -INT32_MAX : number);
     return true;
 }
 
 int32_t findDataStart(TextSpan payload, int32_t fallback) {
     if (payload.data == nullptr || payload.length <= 12) return fallback;
-    for (int32_t i = 0; payload.length - i >= 13; ++i) {
+    // Candidates are found by the "D" or "I" of their subfile type, 8 bytes in.
+    const int32_t last = payload.length - 13;
+    for (int32_t i = 0; i <= last; ++i) {
+        i += findEitherByte(payload.data + i + 8, last - i + 1, 'D', 'I');
+        if (i > last) break;
         const char* at = payload.data + i;
         if (isSubfileType(at + 8) && allDigits(at, 8) && allLetters(at + 10, 3)) return i + 10;
     }
@@ -225,6 +245,28 @@ int32_t aamvaSubfileSelector(AamvaParser&, TextSpan payload, const SubfileEntry*
 }
 
 int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters, const AamvaElementTable& table) {
+    const char* set = delimiters != nullptr ? delimiters : "";
+    const int32_t kinds = set[0] == '\0' ? 0 : set[1] == '\0' ? 1 : set[2] == '\0' ? 2 : 3;
+    if (kinds < 3) {
+        // The tokens nextToken would cut, with the delimiters read once for the loop.
+        const char first = set[0];
+        const char second = kinds == 2 ? set[1] : set[0];
+        const char* at = data.data;
+        int32_t left = data.length;
+        while (at != nullptr && left > 0) {
+            const int32_t end = kinds == 0 ? left : findEitherByte(at, left, first, second);
+            const char* token = at;
+            const int32_t next = end < left ? end + 1 : end;
+            at += next;
+            left -= next;
+            if (end < 3) continue;
+            const uint32_t key = static_cast<uint32_t>(static_cast<unsigned char>(token[0])) << 16 |
+                                 static_cast<uint32_t>(static_cast<unsigned char>(token[1])) << 8 |
+                                 static_cast<uint32_t>(static_cast<unsigned char>(token[2]));
+            storeElement(p, key, TextSpan{token + 3, end - 3}, table);
+        }
+        return kOk;
+    }
     TextSpan rest = data;
     TextSpan token;
     while (rest.data != nullptr && rest.length > 0 && nextToken(rest, &token, &rest, delimiters, 0)) {
@@ -239,8 +281,7 @@ int32_t aamvaElementLoop(AamvaParser& p, TextSpan data, const char* delimiters, 
 }
 
 int32_t aamvaElementStore(AamvaParser& p, FieldId id, TextSpan value) {
-    trimIf(&value, isBlankOrNul);
-    setField(p.record, id, value);
+    storeTrimmedElement(p, id, value);
     return kOk;
 }
 
@@ -279,13 +320,19 @@ int32_t findAamvaHeader(const char* text, int32_t length, TextSpan* version) {
     return kErrNoAnswer;
 }
 
-bool aamvaHeaderMayPass(const TextFacts& f, uint32_t formatNumber, VersionRule rule) {
+bool aamvaVersionMayPass(const TextFacts& f, uint32_t formatNumber, VersionRule rule) {
     const AamvaVersionRow* row = findAamvaVersionRow(formatNumber);
     if (row == nullptr || f.length <= static_cast<int64_t>(row->headerLength) || f.at(0) != '@') return false;
     if (rule == VersionRule::Any) return true;
     if (f.length < static_cast<int64_t>(row->versionOffset) + row->versionLength) return false;
     int32_t version = 0;
-    if (!readHeaderNumber(TextSpan{f.text, f.length}, row->versionOffset, row->versionLength, &version)) return false;
+    const char* digits = f.text + row->versionOffset;
+    if (row->versionLength == 2 && isAsciiDigit(static_cast<unsigned char>(digits[0])) &&
+        isAsciiDigit(static_cast<unsigned char>(digits[1]))) {
+        version = (digits[0] - '0') * 10 + (digits[1] - '0');  // the usual two digits, as readHeaderNumber reads them
+    } else if (!readHeaderNumber(TextSpan{f.text, f.length}, row->versionOffset, row->versionLength, &version)) {
+        return false;
+    }
     if (rule == VersionRule::Exact) return version == static_cast<int64_t>(row->expectedVersion);
     return version >= static_cast<int64_t>(row->minVersion) && version <= static_cast<int64_t>(row->expectedVersion);
 }

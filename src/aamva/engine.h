@@ -18,14 +18,35 @@ struct SubfileEntry {
     int32_t length;
 };
 
+// Where the pairs of one element id stand in its table, in table order.
+struct ElementSlot {
+    uint32_t key;  // 0 marks an empty slot
+    uint8_t count;
+    uint8_t positions[3];
+};
+
+// The element ids of a table hashed to their pairs, so that the element loop finds an id
+// with a multiplication and a comparison or two.
+inline constexpr uint32_t kElementSlots = 128;
+struct ElementIndex {
+    ElementSlot slots[kElementSlots];
+};
+constexpr uint32_t elementSlotOf(uint32_t key) { return (key * 2654435761u) >> 25; }
+static_assert(kElementSlots == 1u << 7);
+
+// The slot of the key's pairs, or an empty slot when the table has none.
+inline const ElementSlot& findElementSlot(const ElementIndex& index, uint32_t key) {
+    uint32_t at = elementSlotOf(key);
+    while (index.slots[at].key != key && index.slots[at].key != 0) at = (at + 1) % kElementSlots;
+    return index.slots[at];
+}
+
 // An element table maps packed three-letter element ids to FieldIds; ids may repeat
 // and every matching pair is applied in order.
 struct AamvaElementTable {
     const PairEntry* pairs;
     int32_t count;
-    // Every pair's position, ordered by key, for a binary search that still applies the
-    // pairs in table order; positions from count on belong to a longer table.
-    std::span<const PairEntry> byKey;
+    const ElementIndex* index;  // null: the pairs are walked
 };
 
 // One row of the version table: how a format's header is laid out.
@@ -135,7 +156,11 @@ enum class VersionRule {
 };
 // Necessary for the header steps of a format to pass: "@" first, a header of the row's
 // length and a version number the rule accepts, read as the version step reads it.
-bool aamvaHeaderMayPass(const TextFacts& facts, uint32_t formatNumber, VersionRule rule);
+bool aamvaVersionMayPass(const TextFacts& facts, uint32_t formatNumber, VersionRule rule);
+inline bool aamvaHeaderMayPass(const TextFacts& facts, uint32_t formatNumber, VersionRule rule) {
+    // The "@" that most texts lack is asked for here, before the row is looked up.
+    return facts.at(0) == '@' && aamvaVersionMayPass(facts, formatNumber, rule);
+}
 
 // Helpers the variants share with the defaults.
 // Reads a numeric header field at offset/length: true with its value when every

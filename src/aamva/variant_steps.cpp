@@ -285,8 +285,16 @@ int32_t loopOverTable(AamvaParser& p, TextSpan data, const char* delimiters, con
         if (token.length < 3) continue;
         const char id[4] = {token.data[0], token.data[1], token.data[2], '\0'};
         const uint32_t key = elementKey(id);
-        for (int32_t i = 0; i < tableSize; ++i) {
-            if (table[i].key == key) last[i] = TextSpan{token.data + 3, token.length - 3};
+        const TextSpan value{token.data + 3, token.length - 3};
+        if (elements.index == nullptr) {
+            for (int32_t i = 0; i < tableSize; ++i) {
+                if (table[i].key == key) last[i] = value;
+            }
+            continue;
+        }
+        const ElementSlot& slot = findElementSlot(*elements.index, key);
+        for (int32_t i = 0; i < slot.count; ++i) {
+            if (slot.positions[i] < tableSize) last[slot.positions[i]] = value;
         }
     }
     for (int32_t i = 0; i < tableSize; ++i) {

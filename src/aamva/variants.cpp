@@ -370,6 +370,21 @@ int32_t parseAamvaFormat46(char* text, int32_t length, ParsedRecord* record, con
     return runVariant(p, kAamva2014, text, length);
 }
 
+// Both run on the row of format 42 and format 42 reads from the first "@". Where that is
+// the first byte, the header's entry count reads, and the segment terminator is neither
+// above 63 (which this reader turns into a line feed) nor "-" (which format 42 leaves
+// out of its delimiters), every step does the same.
+bool format46ReadsAsFormat42(const TextFacts& f) {
+    const AamvaVersionRow* row = findAamvaVersionRow(42);
+    if (f.at(0) != '@') return false;
+    const unsigned char terminator = static_cast<unsigned char>(f.at(static_cast<int32_t>(row->segmentTerminatorPos)));
+    if (terminator > 63 || terminator == '-') return false;
+    // Shorter texts fail the header steps of both, before the entry count is read.
+    if (f.length < static_cast<int64_t>(row->entriesOffset) + row->entriesLength) return true;
+    int32_t entries = 0;
+    return readHeaderNumber(TextSpan{f.text, f.length}, row->entriesOffset, row->entriesLength, &entries);
+}
+
 bool mayReadAamvaFormat47(const TextFacts& f) { return aamvaHeaderMayPass(f, 47, VersionRule::Exact); }
 
 int32_t parseAamvaFormat47(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {

@@ -74,4 +74,7 @@ bool mayReadAamvaFormat45(const TextFacts& facts);
 bool mayReadAamvaFormat46(const TextFacts& facts);
 bool mayReadAamvaFormat47(const TextFacts& facts);
 
+// Texts that format 46 reads exactly as format 42 does.
+bool format46ReadsAsFormat42(const TextFacts& facts);
+
 }  // namespace orvane

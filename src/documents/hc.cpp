@@ -266,6 +266,12 @@ constexpr HcKeyword kKeywords[] = {
     {"CSEX", field::gender, KeywordValue::Text},
 };
 static_assert(std::size(kKeywords) == 6);
+static_assert([] {
+    for (const HcKeyword& k : kKeywords) {
+        if (k.keyword[0] != 'C') return false;
+    }
+    return true;
+}());
 
 constexpr int32_t kKeywordLength = 4;
 constexpr int32_t kMinimumKeywords = 2;
@@ -349,8 +355,18 @@ int32_t parseHcFormat49(char* text, int32_t length, ParsedRecord* record, const 
     return runSegmentEngine(e, text, length);
 }
 
-// At least two keyword lines.
-bool mayReadHcFormat50(const TextFacts& f) { return f.has('\n') && f.has('C'); }
+// At least two lines that open with a keyword: every line but the first follows a line feed.
+bool mayReadHcFormat50(const TextFacts& f) {
+    if (!f.has('\n') || !f.has('C')) return false;
+    int32_t keywords = f.length > kKeywordLength && findKeyword(TextSpan{f.text, kKeywordLength}) != nullptr ? 1 : 0;
+    for (int32_t at = 0; keywords < kMinimumKeywords; ++at) {
+        at += findEitherByte(f.text + at, f.length - at, '\n', '\n');
+        if (f.length - at <= kKeywordLength + 1) return false;
+        // Every keyword opens with "C".
+        if (f.text[at + 1] == 'C' && findKeyword(TextSpan{f.text + at + 1, kKeywordLength}) != nullptr) ++keywords;
+    }
+    return true;
+}
 
 int32_t parseHcFormat50(char* text, int32_t length, ParsedRecord* record, const ParseClock*) {
     if (text == nullptr || length < 0) return kErrInvalidArgument;

@@ -169,8 +169,7 @@ bool mayReadMexicoLatin1Text(const TextFacts& f) {
     };
     int32_t start = 0;
     while (start < f.length && blank(f.text[start])) ++start;
-    int32_t end = start;
-    while (end < f.length && f.text[end] != '\n' && f.text[end] != '\r') ++end;
+    int32_t end = start + findEitherByte(f.text + start, f.length - start, '\n', '\r');
     while (end > start && blank(f.text[end - 1])) --end;
     return end - start == static_cast<int32_t>(std::strlen(kNationLine));
 }

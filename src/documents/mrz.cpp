@@ -3,6 +3,10 @@
 #include <iterator>
 #include <span>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "engine/status.h"
 #include "fields/text.h"
 
@@ -257,8 +261,66 @@ int isMrzZoneCharacter(int c) { return isAsciiDigit(c) || isAsciiUpper(c) || c =
 int isMrzCodeCharacter(int c) { return isAsciiUpper(c) || c == '<'; }
 bool isMrzCardType(char first, char second) { return charInSet(first, "ACI") && second != 'V'; }
 
+namespace {
+
+// The bytes the zone framing keeps: letters, digits and "<".
+struct ZoneBytes {
+    bool kept[256];
+};
+constexpr ZoneBytes makeZoneBytes() {
+    ZoneBytes z{};
+    for (int c = 0; c < 256; ++c) z.kept[c] = isAsciiAlnum(c) || c == '<';
+    return z;
+}
+constexpr ZoneBytes kZoneBytes = makeZoneBytes();
+
+}  // namespace
+
+ZoneOpening openZone(const TextFacts& input) {
+    ZoneOpening opening{'\0', '\0', 0};
+    int32_t i = 0;
+    while (i < input.length && !kZoneBytes.kept[static_cast<unsigned char>(input.text[i])]) ++i;
+    if (i == input.length) return ZoneOpening{'\0', '\0', i};
+    opening.first = toAsciiUpper(input.text[i++]);
+    while (i < input.length && !kZoneBytes.kept[static_cast<unsigned char>(input.text[i])]) ++i;
+    if (i < input.length) opening.second = toAsciiUpper(input.text[i++]);
+    opening.next = i;
+    return opening;
+}
+
+// The framing leaves the input's last byte out when the input fills the buffers, so one
+// more character may be counted here.
+bool zoneMayHaveLength(const TextFacts& input, const ZoneOpening& opening, int32_t length) {
+    int32_t characters = (opening.first != '\0') + (opening.second != '\0');
+    int32_t i = opening.next;
+#if defined(__SSE2__)
+    // Sixteen bytes at a time: digits, letters of either case (the case bit set, then
+    // "a" to "z") and "<". Counting past the limit within a block changes no answer.
+    const __m128i caseBit = _mm_set1_epi8(0x20);
+    for (; i + 16 <= input.length && characters <= length + 1; i += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(input.text + i));
+        const __m128i lower = _mm_or_si128(bytes, caseBit);
+        const __m128i digit = _mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8('0' - 1)), _mm_cmplt_epi8(bytes, _mm_set1_epi8('9' + 1)));
+        const __m128i letter = _mm_and_si128(_mm_cmpgt_epi8(lower, _mm_set1_epi8('a' - 1)), _mm_cmplt_epi8(lower, _mm_set1_epi8('z' + 1)));
+        const __m128i filler = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('<'));
+        const int kept = _mm_movemask_epi8(_mm_or_si128(_mm_or_si128(digit, letter), filler));
+        characters += __builtin_popcount(static_cast<unsigned>(kept));
+    }
+#endif
+    for (; i < input.length && characters <= length + 1; ++i) {
+        characters += kZoneBytes.kept[static_cast<unsigned char>(input.text[i])];
+    }
+    return characters == length || characters == length + 1;
+}
+
+// The zone readers' checks judge the caller's bytes, so that inputs of other documents
+// never pay for the zone framing.
+
 // Two lines of 44, a passport's "P" first.
-bool mayReadMrzFormat64(const TextFacts& f) { return f.length == kTd3Length && f.at(0) == 'P'; }
+bool mayReadMrzFormat64(const TextFacts& f) {
+    const ZoneOpening zone = openZone(f);
+    return zone.first == 'P' && zoneMayHaveLength(f, zone, kTd3Length);
+}
 
 int32_t parseMrzFormat64(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     if (int32_t status = checkZone(text, length, record, clock, kTd3Length)) return status;
@@ -269,7 +331,10 @@ int32_t parseMrzFormat64(char* text, int32_t length, ParsedRecord* record, const
 }
 
 // Three lines of 30 of an identity card.
-bool mayReadMrzFormat65(const TextFacts& f) { return f.length == kTd1Length && isMrzCardType(f.at(0), f.at(1)); }
+bool mayReadMrzFormat65(const TextFacts& f) {
+    const ZoneOpening zone = openZone(f);
+    return isMrzCardType(zone.first, zone.second) && zoneMayHaveLength(f, zone, kTd1Length);
+}
 
 int32_t parseMrzFormat65(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     if (int32_t status = checkZone(text, length, record, clock, kTd1Length)) return status;
@@ -282,7 +347,10 @@ int32_t parseMrzFormat65(char* text, int32_t length, ParsedRecord* record, const
 }
 
 // Two lines of 36 of an identity card.
-bool mayReadMrzFormat66(const TextFacts& f) { return f.length == kTd2Length && isMrzCardType(f.at(0), f.at(1)); }
+bool mayReadMrzFormat66(const TextFacts& f) {
+    const ZoneOpening zone = openZone(f);
+    return isMrzCardType(zone.first, zone.second) && zoneMayHaveLength(f, zone, kTd2Length);
+}
 
 int32_t parseMrzFormat66(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     if (int32_t status = checkZone(text, length, record, clock, kTd2Length)) return status;
@@ -294,7 +362,8 @@ int32_t parseMrzFormat66(char* text, int32_t length, ParsedRecord* record, const
 
 // A visa of either length.
 bool mayReadMrzFormat67(const TextFacts& f) {
-    return (f.length == kLongVisaLength || f.length == kShortVisaLength) && f.at(0) == 'V';
+    const ZoneOpening zone = openZone(f);
+    return zone.first == 'V' && (zoneMayHaveLength(f, zone, kLongVisaLength) || zoneMayHaveLength(f, zone, kShortVisaLength));
 }
 
 int32_t parseMrzFormat67(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {

@@ -14,11 +14,24 @@ int32_t parseMrzFormat65(char* text, int32_t length, ParsedRecord* record, const
 int32_t parseMrzFormat66(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
 int32_t parseMrzFormat67(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock);
 
-// Necessary conditions of each reader's acceptance, for the driver's quick refusals.
+// Necessary conditions of each reader's acceptance, for the driver's quick refusals,
+// judged on the caller's bytes before the zone framing.
 bool mayReadMrzFormat64(const TextFacts& facts);
 bool mayReadMrzFormat65(const TextFacts& facts);
 bool mayReadMrzFormat66(const TextFacts& facts);
 bool mayReadMrzFormat67(const TextFacts& facts);
+
+// The first two characters of the zone the framing makes of the caller's bytes,
+// upper-cased as it does.
+struct ZoneOpening {
+    char first;
+    char second;
+    int32_t next;  // the index after the second
+};
+ZoneOpening openZone(const TextFacts& input);
+
+// Whether that zone may have that many characters.
+bool zoneMayHaveLength(const TextFacts& input, const ZoneOpening& opening, int32_t length);
 
 // Character classes of a zone.
 int isMrzZoneCharacter(int c);  // digit, capital letter or "<"

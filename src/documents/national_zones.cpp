@@ -243,8 +243,10 @@ NationalZone nationalZoneOfFormat(uint32_t formatId) {
     return NationalZone::None;
 }
 
+// The national zones' checks, like the passport's, judge the caller's bytes.
 bool mayReadFrenchIdentityCardZone(const TextFacts& f) {
-    return f.length == kFrenchCardLength && f.startsWith("IDFRA");
+    const ZoneOpening zone = openZone(f);
+    return zone.first == 'I' && zone.second == 'D' && zoneMayHaveLength(f, zone, kFrenchCardLength);
 }
 
 int32_t parseFrenchIdentityCardZone(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
@@ -266,7 +268,7 @@ int32_t parseFrenchIdentityCardZone(char* text, int32_t length, ParsedRecord* re
 }
 
 bool mayReadSwissDrivingLicenceZone(const TextFacts& f) {
-    return f.length == kSwissLicenceLength && f.at(9) == 'F' && f.at(11) == 'C' && f.at(12) == 'H' && f.at(13) == 'E';
+    return zoneMayHaveLength(f, openZone(f), kSwissLicenceLength);
 }
 
 int32_t parseSwissDrivingLicenceZone(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
@@ -290,8 +292,9 @@ int32_t parseSwissDrivingLicenceZone(char* text, int32_t length, ParsedRecord* r
 }
 
 bool mayReadFrenchDrivingLicenceZone(const TextFacts& f) {
-    return f.length == kFrenchLicenceLength && f.at(0) == 'D' && isAsciiDigit(static_cast<unsigned char>(f.at(1))) &&
-           f.at(2) == 'F' && f.at(3) == 'R' && f.at(4) == 'A';
+    const ZoneOpening zone = openZone(f);
+    return zone.first == 'D' && isAsciiDigit(static_cast<unsigned char>(zone.second)) &&
+           zoneMayHaveLength(f, zone, kFrenchLicenceLength);
 }
 
 int32_t parseFrenchDrivingLicenceZone(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {

@@ -40,18 +40,6 @@ bool allFillers(const char* text, int32_t n) {
     return true;
 }
 
-// Whether a date of the layout holds a filler, for the quick checks.
-bool hasFillerAt(const TextFacts& f, int32_t from) {
-    for (int32_t i = from; i < from + kDateLength; ++i) {
-        if (f.at(i) == '<') return true;
-    }
-    return false;
-}
-
-bool mayHaveUnknownDates(const TextFacts& f, const DatePlaces& places) {
-    return hasFillerAt(f, places.birth) || hasFillerAt(f, places.expiry);
-}
-
 // Unknown parts stand in as zeros while the layout's reader reads the zone, and the
 // dates are then stored as they are known.
 int32_t readWithUnknownDates(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock,
@@ -143,18 +131,11 @@ int32_t parseVisaZoneUnknownDates(char* text, int32_t length, ParsedRecord* reco
     return readWithUnknownDates(text, length, record, clock, length == 88 ? kLongVisa : kShortVisa);
 }
 
-bool mayReadPassportZoneUnknownDates(const TextFacts& f) {
-    return mayReadMrzFormat64(f) && mayHaveUnknownDates(f, kPassport);
-}
-
-bool mayReadCardZoneUnknownDates(const TextFacts& f) { return mayReadMrzFormat65(f) && mayHaveUnknownDates(f, kCard); }
-
-bool mayReadTwoLineCardZoneUnknownDates(const TextFacts& f) {
-    return mayReadMrzFormat66(f) && mayHaveUnknownDates(f, kTwoLineCard);
-}
-
-bool mayReadVisaZoneUnknownDates(const TextFacts& f) {
-    return mayReadMrzFormat67(f) && mayHaveUnknownDates(f, f.length == 88 ? kLongVisa : kShortVisa);
-}
+// Judged on the caller's bytes like the layouts' own checks; the dates are looked at
+// once the zone is framed.
+bool mayReadPassportZoneUnknownDates(const TextFacts& f) { return mayReadMrzFormat64(f); }
+bool mayReadCardZoneUnknownDates(const TextFacts& f) { return mayReadMrzFormat65(f); }
+bool mayReadTwoLineCardZoneUnknownDates(const TextFacts& f) { return mayReadMrzFormat66(f); }
+bool mayReadVisaZoneUnknownDates(const TextFacts& f) { return mayReadMrzFormat67(f); }
 
 }  // namespace orvane

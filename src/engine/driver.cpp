@@ -4,6 +4,10 @@
 #include <cctype>
 #include <cstring>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "aamva/engine.h"
 #include "engine/framers.h"
 #include "engine/status.h"
@@ -31,6 +35,7 @@ int32_t checkDriverArguments(const void* data, int32_t dataLength, const ParseBu
 struct UpperCase {
     unsigned char table[256];
     uint64_t known[4];
+    uint64_t unlikeAscii[4];  // known bytes that the mapping does not treat as ASCII does
 
     unsigned char map(unsigned char c) {
         if ((known[c >> 6] >> (c & 63) & 1) == 0) {
@@ -41,16 +46,21 @@ struct UpperCase {
     }
 };
 
-// Whether the mapping changes only a-z, to A-Z, for every byte the facts hold.
+// Whether the mapping changes only a-z, to A-Z, for every byte the facts hold; asks
+// std::toupper about each byte not asked before.
 bool mapsLikeAscii(UpperCase& upper, const TextFacts& facts) {
+    uint64_t unlike = 0;
     for (int word = 0; word < 4; ++word) {
-        for (uint64_t bits = facts.bytes[word]; bits != 0; bits &= bits - 1) {
+        for (uint64_t bits = facts.bytes[word] & ~upper.known[word]; bits != 0; bits &= bits - 1) {
             const int c = word * 64 + std::countr_zero(bits);
-            const int plain = (c >= 'a' && c <= 'z') ? c - 'a' + 'A' : c;
-            if (upper.map(static_cast<unsigned char>(c)) != plain) return false;
+            upper.table[c] = static_cast<unsigned char>(std::toupper(c));
+            const int plain = c - (static_cast<unsigned>(c - 'a') < 26u ? 'a' - 'A' : 0);
+            if (upper.table[c] != plain) upper.unlikeAscii[word] |= uint64_t{1} << (c & 63);
         }
+        upper.known[word] |= facts.bytes[word];
+        unlike |= facts.bytes[word] & upper.unlikeAscii[word];
     }
-    return true;
+    return unlike == 0;
 }
 
 // Flips a-z to A-Z eight bytes at a time; other bytes, high ones included, stay.
@@ -78,9 +88,10 @@ void asciiUpperCase(char* text, int32_t length) {
 // to date. True when the mapping was the ASCII one for every byte of the text.
 bool upperCaseText(UpperCase& upper, char* text, int32_t length, TextFacts* facts) {
     if (mapsLikeAscii(upper, *facts)) {
-        asciiUpperCase(text, length);
         // The bits of a-z move down to A-Z, 32 places in the word of bytes 64 to 127.
         constexpr uint64_t kLower = ((uint64_t{1} << 26) - 1) << ('a' - 64);
+        if ((facts->bytes[1] & kLower) == 0) return true;  // nothing to change
+        asciiUpperCase(text, length);
         facts->bytes[1] = (facts->bytes[1] & ~kLower) | ((facts->bytes[1] & kLower) >> 32);
         return true;
     }
@@ -117,6 +128,10 @@ struct ParseRun {
     bool recordIsReset;  // no setter has stored a value since the last reset
 };
 
+// The caller's bytes as the pass-through framer copies them: their facts, gathered when
+// a row first needs them unless the barcode framing found them already.
+int32_t rawLength(const ParseRun& run) { return run.dataLength < run.room ? run.dataLength : run.room; }
+
 SharedText& sharedBarcode(ParseRun& run) {
     SharedText& s = run.barcode;
     if (s.made) return s;
@@ -125,6 +140,15 @@ SharedText& sharedBarcode(ParseRun& run) {
     s.length = 0;
     s.status = frameBarcodeText(run.data, run.dataLength, s.text, run.room, &s.length);
     gatherTextFacts(s.text, s.length, &s.facts);
+    // A framing that changed nothing has the caller's bytes and so their facts.
+    if (!run.raw.made && run.room >= 1 && s.length == rawLength(run) &&
+        std::memcmp(s.text, run.data, static_cast<size_t>(s.length)) == 0) {
+        run.raw.made = true;
+        run.raw.status = kOk;
+        run.raw.length = s.length;
+        run.raw.facts = s.facts;
+        run.raw.facts.text = run.data;
+    }
     s.asciiUpperCase = upperCaseText(run.upper, s.text, s.length, &s.facts);
     return s;
 }
@@ -147,19 +171,19 @@ SharedText& sharedRaw(ParseRun& run) {
     if (s.made) return s;
     s.made = true;
     s.status = run.room < 1 ? kErrInvalidArgument : kOk;
-    s.length = run.dataLength < run.room ? run.dataLength : run.room;
+    s.length = rawLength(run);
     gatherTextFacts(run.data, s.status == kOk ? s.length : 0, &s.facts);
     return s;
 }
 
 // The facts a row's quick check judges: those of its own text, or of the text its own
-// is made from (the caller's bytes before the Latin-1 fold, the barcode framing before
-// the strict replacement); null when the row's framer refuses the input.
+// is made from (the caller's bytes before the Latin-1 fold or the zone framing, the
+// barcode framing before the strict replacement); null when the row's framer refuses
+// the input.
 const TextFacts* factsForRow(ParseRun& run, Framer framer) {
     SharedText* shared = nullptr;
     if (framer == frameBarcodeText || framer == frameBarcodeTextStrict) shared = &sharedBarcode(run);
-    if (framer == frameMrz) shared = &sharedZone(run);
-    if (framer == framePassThrough || framer == frameLatin1) shared = &sharedRaw(run);
+    if (framer == framePassThrough || framer == frameLatin1 || framer == frameMrz) shared = &sharedRaw(run);
     if (shared == nullptr || shared->status != kOk) return nullptr;
     return &shared->facts;
 }
@@ -175,7 +199,24 @@ char* strictTextForRow(ParseRun& run, int32_t* length) {
     const SharedText& barcode = sharedBarcode(run);
     if (!barcode.asciiUpperCase) return nullptr;
     char* text = copyToScratch(run, barcode.text, barcode.length + 1);
-    for (int32_t i = 0; i < barcode.length; ++i) {
+    int32_t i = 0;
+#if defined(__SSE2__)
+    // Sixteen bytes at a time: bytes outside 0x20..0x7A, but for LF, CR and RS, become blanks.
+    const __m128i flip = _mm_set1_epi8(static_cast<char>(0x80));
+    for (; i + 16 <= barcode.length; i += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+        const __m128i ordered = _mm_xor_si128(bytes, flip);  // unsigned order as signed
+        const __m128i outside = _mm_or_si128(_mm_cmplt_epi8(ordered, _mm_set1_epi8(static_cast<char>(0x20 ^ 0x80))),
+                                             _mm_cmpgt_epi8(ordered, _mm_set1_epi8(static_cast<char>(0x7A ^ 0x80))));
+        const __m128i kept = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n')),
+                                                       _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\r'))),
+                                          _mm_cmpeq_epi8(bytes, _mm_set1_epi8(0x1E)));
+        const __m128i blank = _mm_andnot_si128(kept, outside);
+        const __m128i result = _mm_or_si128(_mm_andnot_si128(blank, bytes), _mm_and_si128(blank, _mm_set1_epi8(' ')));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(text + i), result);
+    }
+#endif
+    for (; i < barcode.length; ++i) {
         const unsigned char c = static_cast<unsigned char>(text[i]);
         if (c == '\n' || c == '\r' || c == 0x1E) continue;
         // The range ends at "z" on purpose: braces, bar and tilde become spaces too.
@@ -221,6 +262,30 @@ char* textForRow(ParseRun& run, const FormatDescriptor& row, int32_t* length) {
         if (char* text = strictTextForRow(run, length)) return text;
     }
     return frameIntoScratch(run, row.framer, length);
+}
+
+// The best reading so far, set aside before a later reader resets the record, so that it
+// can be put back instead of read again. The record's work buffer and slots stay where
+// they are, so its values are copied back to the same places; a reading that used more
+// of the work buffer than is kept here is read again.
+inline constexpr int32_t kKeptBytes = 2048;
+struct KeptReading {
+    bool held;
+    ParsedRecord record;
+    char bytes[kKeptBytes];
+};
+
+void keepReading(KeptReading& kept, const ParsedRecord* record) {
+    kept.held = record->workUsed <= kKeptBytes;
+    if (!kept.held) return;
+    kept.record = *record;
+    std::memcpy(kept.bytes, record->workBuffer, static_cast<size_t>(record->workUsed));
+}
+
+void putBackReading(const KeptReading& kept, ParsedRecord* record) {
+    resetRecord(record);
+    *record = kept.record;
+    std::memcpy(record->workBuffer, kept.bytes, static_cast<size_t>(kept.record.workUsed));
 }
 
 // Runs a row's reader on a fresh record.
@@ -270,17 +335,25 @@ int32_t deriveAndCompare(TextDeriver derive, const ParsedRecord* record, char* s
 int32_t scoreAdjustment(const FormatDescriptor& row, const ParsedRecord* record, char* scratch, int32_t room) {
     int32_t adjustment = 0;
     bool equal = false;
+    // The first name's status depends on the record and the room only, so it is asked once.
+    int32_t firstName = kErrNoAnswer;
+    bool firstNameAsked = false;
+    auto firstNameStatus = [&]() {
+        if (!firstNameAsked) firstName = getFirstName(record, scratch, room);
+        firstNameAsked = true;
+        return firstName;
+    };
     if (row.expectedCountry != nullptr) {
         if (deriveAndCompare(getCountryCode, record, scratch, room, row.expectedCountry, &equal) == kOk) {
             adjustment += equal ? 100 : -1000;
         }
-        if (getFirstName(record, scratch, room) != kOk) adjustment -= 100;
+        if (firstNameStatus() != kOk) adjustment -= 100;
     }
     if (row.expectedJurisdiction != nullptr) {
         if (deriveAndCompare(getJurisdictionCode, record, scratch, room, row.expectedJurisdiction, &equal) == kOk) {
             adjustment += equal ? 50 : -500;
         }
-        if (getFirstName(record, scratch, room) != kOk || getLastName(record, scratch, room) != kOk) {
+        if (firstNameStatus() != kOk || getLastName(record, scratch, room) != kOk) {
             adjustment -= 50;
         }
     }
@@ -301,12 +374,6 @@ void leaveLastReadersRecord(ParseRun& run, std::span<const FormatDescriptor> row
 
 }  // namespace
 
-int32_t countFilledFields(const ParsedRecord* record) {
-    int32_t filled = 0;
-    for (const FieldSlot& slot : record->fields) filled += spanUsable(slot) ? 1 : 0;
-    return filled;
-}
-
 int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* data, int32_t dataLength,
                           const ParseBuffers& buffers, ParsedRecord* record, const ParseClock* clock,
                           ParseOutcome* outcome) {
@@ -324,14 +391,26 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
     int32_t bestRow = -1;
     int32_t bestScore = kNoScore;
     HeaderVersion bestVersion{false, {}};
+    KeptReading kept;
+    kept.held = false;
+    // Rows of one framing stand together, so the facts of the last framing asked are kept.
+    Framer factsFramer = nullptr;
+    const TextFacts* framerFacts = nullptr;
     for (int32_t r = 0; r < static_cast<int32_t>(rows.size()); ++r) {
         const FormatDescriptor& row = rows[static_cast<size_t>(r)];
-        if (row.mayRead != nullptr) {
-            const TextFacts* facts = factsForRow(run, row.framer);
-            if (facts == nullptr || !row.mayRead(*facts)) continue;
+        if (row.mayRead != nullptr || row.readsAsEarlierRow != nullptr) {
+            if (row.framer != factsFramer) {
+                factsFramer = row.framer;
+                framerFacts = factsForRow(run, row.framer);
+            }
+            const TextFacts* facts = framerFacts;
+            if (facts == nullptr) continue;
+            if (row.mayRead != nullptr && !row.mayRead(*facts)) continue;
+            if (row.readsAsEarlierRow != nullptr && row.readsAsEarlierRow(*facts)) continue;
         }
         char* text = nullptr;
         int32_t length = 0;
+        if (run.recordRow == bestRow && bestRow >= 0) keepReading(kept, record);
         if (runRow(run, rows, r, record, clock, &text, &length) != kOk) continue;
         int32_t score = countFilledFields(record);
         if (score == 0) continue;
@@ -349,7 +428,9 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
         leaveLastReadersRecord(run, rows, record, clock);
         return kErrNotRecognised;
     }
-    if (run.recordRow != bestRow) {
+    if (run.recordRow != bestRow && kept.held) {
+        putBackReading(kept, record);
+    } else if (run.recordRow != bestRow) {
         char* text = nullptr;
         int32_t length = 0;
         if (int32_t final = runRow(run, rows, bestRow, record, clock, &text, &length)) return final;

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <type_traits>
 #include <utility>
 
 #include "engine/record.h"
 #include "engine/status.h"
+#include "fields/text.h"
 
 namespace orvane {
 
@@ -40,9 +42,16 @@ struct TextFacts {
     bool has(unsigned char c) const { return (bytes[c >> 6] >> (c & 63) & 1) != 0; }
     // The byte at index, or 0 outside the text.
     char at(int32_t index) const { return index >= 0 && index < length ? text[index] : '\0'; }
-    bool startsWith(const char* prefix) const;
-    // Index of the first occurrence of needle, or -1.
-    int32_t find(const char* needle) const;
+    bool startsWith(const char* prefix) const {
+        const size_t n = std::strlen(prefix);
+        return static_cast<size_t>(length) >= n && std::memcmp(text, prefix, n) == 0;
+    }
+    // Index of the first occurrence of needle, or -1; an empty needle is found at once.
+    int32_t find(const char* needle) const {
+        if (length < 1) return -1;
+        if (needle[0] == '\0') return 0;
+        return spanFind(TextSpan{text, length}, makeSpan(needle));
+    }
 };
 
 // Fills the facts of text[0, length).

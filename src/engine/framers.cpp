@@ -49,8 +49,40 @@ int32_t copyPrintableTail(const char* input, int32_t inputLength, char* out, int
 }
 
 bool containsSpelledLineBreak(const char* text, int32_t n) {
+    if (std::memchr(text, '[', static_cast<size_t>(n)) == nullptr) return false;
     const TextSpan all{text, n};
     return spanFind(all, makeSpan("[0D]")) >= 0 || spanFind(all, makeSpan("[0A]")) >= 0;
+}
+
+// The places of one byte in a text, when there are few.
+struct ByteStops {
+    char byte;
+    int32_t count;  // above kMaxStops: too many to list
+    int32_t at[8];
+};
+inline constexpr int32_t kMaxStops = 8;
+
+ByteStops findStops(const char* text, int32_t n, char c) {
+    ByteStops stops{c, 0, {}};
+    for (int32_t at = findEitherByte(text, n, c, c); at < n; at += 1 + findEitherByte(text + at + 1, n - at - 1, c, c)) {
+        if (stops.count == kMaxStops) {
+            stops.count = kMaxStops + 1;
+            break;
+        }
+        stops.at[stops.count++] = at;
+    }
+    return stops;
+}
+
+// Whether the pattern may stand in the text: at one of the stops, or anywhere when
+// they were too many to list.
+bool occursAtStops(const char* text, int32_t n, const ByteStops& stops, const Replacement& r) {
+    if (stops.count > kMaxStops) return true;
+    for (int32_t i = 0; i < stops.count; ++i) {
+        const int32_t at = stops.at[i];
+        if (n - at >= r.patternLength && std::memcmp(text + at, r.pattern, static_cast<size_t>(r.patternLength)) == 0) return true;
+    }
+    return false;
 }
 
 int32_t hexValue(char c) {
@@ -182,10 +214,17 @@ int32_t frameBarcodeText(const char* input, int32_t inputLength, char* out, int3
     n = compactEscapes(out, n);
     n = trimLineBreaksAndBlanks(out, n);
     out[n] = '\0';
+    // A pattern can only stand where its first byte does: the places of "@" and of CR are
+    // found once (again after a replacement changed the text), and a pattern found at
+    // none of them is passed over. Texts with many of either take every pass.
+    ByteStops stops = findStops(out, n, '@');
     for (const Replacement& r : kBarcodeReplacements) {
+        if (r.pattern[0] != stops.byte) stops = findStops(out, n, r.pattern[0]);
+        if (!occursAtStops(out, n, stops, r)) continue;
         n = replaceAll(out, n, limit, TextSpan{r.pattern, r.patternLength},
                        TextSpan{r.replacement, r.replacementLength});
         out[n] = '\0';
+        stops = findStops(out, n, r.pattern[0]);
     }
     if (outLength != nullptr) *outLength = n;
     return kOk;

@@ -1,13 +1,13 @@
 #include "engine/record.h"
 
+#include <bit>
 #include <cstring>
+#include <iterator>
 
 #include "engine/status.h"
 
 namespace orvane {
 namespace {
-
-bool hasMembers(const char* set) { return set != nullptr && *set != '\0'; }
 
 // Adds a terminator after the last value while room remains for one more value.
 void terminateValue(ParsedRecord* record) {
@@ -29,6 +29,7 @@ template <typename Copy, typename ValueLength>
 FieldSlot* storeCopy(ParsedRecord* record, FieldId id, Copy copy, ValueLength valueLength) {
     if (record == nullptr || id >= kFieldCount) return nullptr;
     FieldSlot* slot = &record->fields[id];
+    markTouched(record, id);
     if (record->workBuffer == nullptr) return clearSlot(slot);
     const int32_t room = record->workCapacity - record->workUsed;
     char* dst = record->workBuffer + record->workUsed;
@@ -47,18 +48,6 @@ int32_t sameLength(int32_t used) { return used; }
 
 }  // namespace
 
-bool charInSet(char c, const char* set) {
-    for (const char* p = set; *p != '\0'; ++p) {
-        if (*p == c) return true;
-    }
-    return false;
-}
-
-TextSpan makeSpan(const char* text) {
-    if (text == nullptr) return TextSpan{nullptr, 0};
-    return TextSpan{text, static_cast<int32_t>(std::strlen(text))};
-}
-
 int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
                      const char* collapseSet, char replaceChar) {
     if (dst == nullptr || cap < 1 || !spanUsable(span)) return 0;
@@ -70,26 +59,8 @@ int32_t copyFiltered(char* dst, int32_t cap, TextSpan span, const char* replaceS
         std::memmove(dst, span.data, static_cast<size_t>(n));
         return n;
     }
-    int32_t written = 0;
-    for (int32_t i = 0; i < span.length && written < cap; ++i) {
-        char c = span.data[i];
-        if (replacing && charInSet(c, replaceSet)) {
-            if (replaceChar == '\0') continue;
-            c = replaceChar;
-        }
-        if (collapsing && written > 0 && dst[written - 1] == c && charInSet(c, collapseSet)) continue;
-        dst[written++] = c;
-    }
-    return written;
-}
-
-int32_t copyFilteredZ(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
-                      const char* collapseSet, char replaceChar) {
-    if (dst == nullptr || cap < 1) return 0;
-    const int32_t written = copyFiltered(dst, cap - 1, span, replaceSet, collapseSet, replaceChar);
-    if (written < 1) return 0;
-    dst[written] = '\0';
-    return written + 1;
+    return copyBySets(dst, cap, span, byteSetOf(replacing ? replaceSet : nullptr), byteSetOf(collapsing ? collapseSet : nullptr),
+                      replaceChar);
 }
 
 int32_t joinSpans(char* dst, int32_t cap, const TextSpan* spans, int32_t count,
@@ -122,57 +93,14 @@ int32_t joinSpansZ(char* dst, int32_t cap, const TextSpan* spans, int32_t count,
     return written + 1;
 }
 
-int32_t copyMapped(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
-                   CharTest collapseTest, char replaceChar) {
-    if (dst == nullptr || cap < 1 || !spanUsable(span)) return 0;
-    int32_t written = 0;
-    for (int32_t i = 0; i < span.length && written < cap; ++i) {
-        char c = span.data[i];
-        if (dropTest != nullptr && dropTest(static_cast<unsigned char>(c))) {
-            if (replaceChar == '\0') continue;
-            c = replaceChar;
-        }
-        if (collapseTest != nullptr && written > 0 && dst[written - 1] == c &&
-            collapseTest(static_cast<unsigned char>(c))) {
-            continue;
-        }
-        dst[written++] = c;
-    }
-    return written;
-}
 
-int32_t copyMappedZ(char* dst, int32_t cap, TextSpan span, CharTest dropTest,
-                    CharTest collapseTest, char replaceChar) {
-    if (dst == nullptr || cap < 1) return 0;
-    const int32_t written = copyMapped(dst, cap - 1, span, dropTest, collapseTest, replaceChar);
-    if (written < 1) return 0;
-    dst[written] = '\0';
-    return written + 1;
-}
-
-int32_t copyLiteralZ(char* dst, int32_t cap, const char* text) {
-    if (text == nullptr) return 0;
-    return copyFilteredZ(dst, cap, makeSpan(text), nullptr, nullptr, '\0');
-}
-
-FieldSlot* setFieldFromSpan(ParsedRecord* record, FieldId id, TextSpan span,
-                            const char* replaceSet, const char* collapseSet, char replaceChar) {
-    if (!hasMembers(replaceSet) && !hasMembers(collapseSet)) {
-        // Nothing to filter, the common case: a plain copy.
-        return storeCopy(
-            record, id,
-            [&](char* dst, int32_t room) {
-                if (!spanUsable(span)) return 0;
-                const int32_t n = span.length < room ? span.length : room;
-                std::memmove(dst, span.data, static_cast<size_t>(n));
-                return n;
-            },
-            sameLength);
-    }
+FieldSlot* setFieldBySets(ParsedRecord* record, FieldId id, TextSpan span, const ByteSet& replaced,
+                          const ByteSet& collapsed, char replaceChar) {
     return storeCopy(
         record, id,
         [&](char* dst, int32_t room) {
-            return copyFiltered(dst, room, span, replaceSet, collapseSet, replaceChar);
+            if (dst == nullptr || room < 1 || !spanUsable(span)) return 0;
+            return copyBySets(dst, room, span, replaced, collapsed, replaceChar);
         },
         sameLength);
 }
@@ -226,10 +154,20 @@ FieldSlot* setFieldDate(ParsedRecord* record, FieldId id, const DateValue* date)
     char* dst = record->workBuffer + record->workUsed;
     // A component wider than its field writes nothing and leaves the zero bytes of the
     // reset buffer in its place, deliberately.
-    formatInt(date->year, dst, 4, 1);
-    formatInt(date->month, dst + 4, 2, 1);
-    formatInt(date->day, dst + 6, 2, 1);
+    const DateValue& d = *date;
+    if (d.year >= 0 && d.year <= 9999 && d.month >= 0 && d.month <= 99 && d.day >= 0 && d.day <= 99) {
+        const char digits[8] = {static_cast<char>('0' + d.year / 1000), static_cast<char>('0' + d.year / 100 % 10),
+                                static_cast<char>('0' + d.year / 10 % 10), static_cast<char>('0' + d.year % 10),
+                                static_cast<char>('0' + d.month / 10),     static_cast<char>('0' + d.month % 10),
+                                static_cast<char>('0' + d.day / 10),       static_cast<char>('0' + d.day % 10)};
+        std::memcpy(dst, digits, 8);
+    } else {
+        formatInt(date->year, dst, 4, 1);
+        formatInt(date->month, dst + 4, 2, 1);
+        formatInt(date->day, dst + 6, 2, 1);
+    }
     FieldSlot* slot = &record->fields[id];
+    markTouched(record, id);
     slot->data = dst;
     slot->length = 8;
     record->workUsed += 8;
@@ -237,18 +175,14 @@ FieldSlot* setFieldDate(ParsedRecord* record, FieldId id, const DateValue* date)
     return slot;
 }
 
-int32_t firstFilledField(const ParsedRecord* record, const FieldId* ids, int32_t count,
-                         TextSpan* out) {
-    if (record == nullptr || ids == nullptr || out == nullptr) return kErrInvalidArgument;
-    for (int32_t i = 0; i < count; ++i) {
-        if (ids[i] >= kFieldCount) continue;
-        const FieldSlot& slot = record->fields[ids[i]];
-        if (spanUsable(slot)) {
-            *out = slot;
-            return kOk;
+int32_t countFilledFields(const ParsedRecord* record) {
+    int32_t filled = 0;
+    for (int word = 0; word < static_cast<int>(std::size(record->touched)); ++word) {
+        for (uint64_t bits = record->touched[word]; bits != 0; bits &= bits - 1) {
+            filled += spanUsable(record->fields[word * 64 + std::countr_zero(bits)]) ? 1 : 0;
         }
     }
-    return kErrNoneFilled;
+    return filled;
 }
 
 int32_t fieldMissing(const ParsedRecord* record, FieldId id) {
@@ -263,7 +197,12 @@ int32_t resetRecord(ParsedRecord* record) {
     }
     record->formatGroup = kNoFormatGroup;
     record->formatId = kNoFormatId;
-    std::memset(record->fields, 0, sizeof record->fields);
+    for (int word = 0; word < static_cast<int>(std::size(record->touched)); ++word) {
+        for (uint64_t bits = record->touched[word]; bits != 0; bits &= bits - 1) {
+            record->fields[word * 64 + std::countr_zero(bits)] = FieldSlot{nullptr, 0};
+        }
+        record->touched[word] = 0;
+    }
     // Values are only ever written below workUsed, so clearing that part leaves the whole
     // buffer reading as zero bytes.
     const int32_t written = record->workUsed < record->workCapacity ? record->workUsed : record->workCapacity;
@@ -277,15 +216,33 @@ int32_t attachWorkBuffer(ParsedRecord* record, char* buffer, int32_t capacity) {
     record->workBuffer = buffer;
     record->workCapacity = capacity;
     std::memset(buffer, 0, static_cast<size_t>(capacity));
+    // A record met for the first time may hold anything: every slot is cleared.
+    std::memset(record->fields, 0, sizeof record->fields);
+    std::memset(record->touched, 0, sizeof record->touched);
     record->workUsed = 0;
     return resetRecord(record);
 }
 
 void sanitizeWorkBuffer(ParsedRecord* record) {
     if (record == nullptr || record->workBuffer == nullptr) return;
-    for (int32_t i = 0; i < record->workUsed && i < record->workCapacity; ++i) {
-        const unsigned char c = static_cast<unsigned char>(record->workBuffer[i]);
-        if (c != 0 && (c < 0x20 || c > 0x7E)) record->workBuffer[i] = ' ';
+    char* buffer = record->workBuffer;
+    const int32_t used = record->workUsed < record->workCapacity ? record->workUsed : record->workCapacity;
+    int32_t i = 0;
+    // Eight bytes at a time while they hold only printable bytes and terminators.
+    constexpr uint64_t kOnes = 0x0101010101010101ull;
+    constexpr uint64_t kHigh = 0x8080808080808080ull;
+    for (; i + 8 <= used; i += 8) {
+        uint64_t word;
+        std::memcpy(&word, buffer + i, 8);
+        const uint64_t low = word & ~kHigh;
+        const uint64_t below20 = ~(low + (0x80 - 0x20) * kOnes) & kHigh;  // high bit: low 7 bits < 0x20
+        const uint64_t is7f = ~((low ^ 0x7F * kOnes) + 0x7F * kOnes) & kHigh;  // high bit: low 7 bits == 0x7F
+        const uint64_t zero = ~((word & ~kHigh) + 0x7F * kOnes) & ~word & kHigh;  // high bit: byte == 0
+        if ((((below20 & ~zero) | is7f | word) & kHigh) != 0) break;  // the byte loop below rewrites them
+    }
+    for (; i < used; ++i) {
+        const unsigned char c = static_cast<unsigned char>(buffer[i]);
+        if (c != 0 && (c < 0x20 || c > 0x7E)) buffer[i] = ' ';
     }
 }
 

@@ -19,7 +19,7 @@ namespace {
 // wins, so rows stay in this order even where it is not the order of format numbers.
 constexpr FormatDescriptor kFormatRegistry[] = {
     // group, format, framer, reader, expected country, expected jurisdiction, quick check,
-    // whether the reader rewrites its text
+    // whether the reader rewrites its text, and when it reads as an earlier row
     {kGroupStripe, 0, frameBarcodeText, parseStripeFormat0, nullptr, nullptr, mayReadStripeFormat0, kReadsOnly},
     {kGroupStripe, 1, frameBarcodeText, parseStripeFormat1, nullptr, nullptr, mayReadStripeFormat1, kReadsOnly},
     {kGroupStripe, 2, frameBarcodeText, parseStripeFormat2, nullptr, nullptr, mayReadStripeFormat2, kReadsOnly},
@@ -66,7 +66,8 @@ constexpr FormatDescriptor kFormatRegistry[] = {
     {kGroupAamva, 42, frameBarcodeText, parseAamvaFormat42, nullptr, nullptr, mayReadAamvaFormat42, kReadsOnly},
     {kGroupAamva, 43, frameBarcodeText, parseAamvaFormat43, nullptr, nullptr, mayReadAamvaFormat43, kReadsOnly},
     {kGroupAamva, 44, frameBarcodeText, parseAamvaFormat44, nullptr, nullptr, mayReadAamvaFormat44, kReadsOnly},
-    {kGroupAamva, 46, frameBarcodeText, parseAamvaFormat46, nullptr, nullptr, mayReadAamvaFormat46, kReadsOnly},
+    {kGroupAamva, 46, frameBarcodeText, parseAamvaFormat46, nullptr, nullptr, mayReadAamvaFormat46, kReadsOnly,
+     format46ReadsAsFormat42},
     {kGroupAamva, 47, frameBarcodeText, parseAamvaFormat47, "CAN", "AB", mayReadAamvaFormat47, kReadsOnly},
     {kGroupRegional, 48, framePassThrough, parseHcFormat48, nullptr, nullptr, mayReadHcFormat48, kReadsOnly},
     {kGroupRegional, 49, frameBarcodeText, parseHcFormat49, nullptr, nullptr, mayReadHcFormat49, kReadsOnly},

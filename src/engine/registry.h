@@ -25,6 +25,9 @@ struct FormatDescriptor {
     const char* expectedJurisdiction;  // two-letter code the record must yield, or null
     QuickCheck mayRead = nullptr;      // false only for texts the reader would not read
     bool writesText = false;           // the reader rewrites its text in place
+    // True only for texts the reader reads exactly as an earlier row does, one of the same
+    // framing and expectations: the earlier row wins any tie, so this one is skipped.
+    QuickCheck readsAsEarlierRow = nullptr;
 };
 
 inline constexpr bool kWritesText = true;

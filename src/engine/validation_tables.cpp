@@ -239,15 +239,57 @@ std::span<const Entry> runOf(const Entry (&entries)[N], TextSpan code) {
     return {};
 }
 
+// Codes of two capitals find their run through its place among the 676 pairs: the
+// first entry of the code and the length of the run from it, as runOf finds them.
+constexpr int32_t codePlace(char first, char second) {
+    if (first < 'A' || first > 'Z' || second < 'A' || second > 'Z') return -1;
+    return (first - 'A') * 26 + (second - 'A');
+}
+
+struct RunIndex {
+    int16_t first[26 * 26];
+    int16_t count[26 * 26];
+};
+
+template <typename Entry, size_t N>
+constexpr RunIndex indexRuns(const Entry (&entries)[N]) {
+    RunIndex index{};
+    for (int16_t& f : index.first) f = -1;
+    for (size_t i = 0; i < N; ++i) {
+        const int32_t place = codePlace(entries[i].jurisdiction[0], entries[i].jurisdiction[1]);
+        if (place < 0 || index.first[place] >= 0) continue;
+        size_t end = i;
+        while (end < N && entries[end].jurisdiction[0] == entries[i].jurisdiction[0] &&
+               entries[end].jurisdiction[1] == entries[i].jurisdiction[1]) {
+            ++end;
+        }
+        index.first[place] = static_cast<int16_t>(i);
+        index.count[place] = static_cast<int16_t>(end - i);
+    }
+    return index;
+}
+
+constexpr RunIndex kDocumentIdRuns = indexRuns(kDocumentIdRules);
+constexpr RunIndex kBarcodeSizeRuns = indexRuns(kBarcodeSizes);
+
+template <typename Entry, size_t N>
+std::span<const Entry> indexedRunOf(const Entry (&entries)[N], const RunIndex& index, TextSpan code) {
+    if (code.data == nullptr || code.length != 2) return {};
+    const int32_t place = codePlace(code.data[0], code.data[1]);
+    if (place < 0) return runOf(entries, code);
+    if (index.first[place] < 0) return {};
+    return std::span<const Entry>(entries + index.first[place], static_cast<size_t>(index.count[place]));
+}
+
 }  // namespace
 
 DocumentIdRuleSet documentIdRulesFor(TextSpan jurisdiction) {
-    const auto rules = runOf(kDocumentIdRules, jurisdiction);
+    const auto rules = indexedRunOf(kDocumentIdRules, kDocumentIdRuns, jurisdiction);
     return {rules, !rules.empty()};
 }
 
 BarcodeSizeSet barcodeSizesFor(TextSpan jurisdiction) {
-    const auto sizes = runOf(kBarcodeSizes, jurisdiction);
+    const auto sizes = indexedRunOf(kBarcodeSizes, kBarcodeSizeRuns, jurisdiction);
     return {sizes, !sizes.empty()};
 }
 

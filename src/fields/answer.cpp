@@ -5,16 +5,28 @@
 namespace orvane {
 
 int32_t answerAsIs(TextSpan value, char* buffer, int32_t capacity) {
-    return answerFromCopy(copyFilteredZ(buffer, capacity, value, nullptr, nullptr, '\0'));
+    // copyFilteredZ with nothing filtered, written out: at most capacity - 1 bytes and a NUL.
+    if (buffer == nullptr || capacity < 2 || !spanUsable(value)) return kErrNoAnswer;
+    const int32_t n = value.length < capacity - 1 ? value.length : capacity - 1;
+    moveValueBytes(buffer, value.data, n);
+    buffer[n] = '\0';
+    return kOk;
 }
 
 int32_t answerLiteral(const char* text, char* buffer, int32_t capacity) {
-    return answerFromCopy(copyLiteralZ(buffer, capacity, text));
+    if (text == nullptr) return kErrNoAnswer;
+    return answerAsIs(makeSpan(text), buffer, capacity);
 }
 
 int32_t answerPrintable(TextSpan value, char* buffer, int32_t capacity) {
     trimIf(&value, isNotPrintableCode);
-    return answerFromCopy(copyMappedZ(buffer, capacity, value, isNotPrintableCode, nullptr, ' '));
+    // copyMappedZ with unprintable bytes made blanks, written out for this common answer.
+    if (buffer == nullptr || capacity < 1 || !spanUsable(value)) return kErrNoAnswer;
+    const int32_t n = value.length < capacity - 1 ? value.length : capacity - 1;
+    if (n < 1) return kErrNoAnswer;
+    for (int32_t i = 0; i < n; ++i) buffer[i] = isPrintableCode(static_cast<unsigned char>(value.data[i])) ? value.data[i] : ' ';
+    buffer[n] = '\0';
+    return kOk;
 }
 
 int32_t answerPrintableCollapsed(TextSpan value, char* buffer, int32_t capacity) {

@@ -3,6 +3,7 @@
 #include "fields/countries.h"
 
 #include "fields/answer.h"
+#include "fields/text.h"
 
 namespace orvane {
 namespace {
@@ -70,6 +71,26 @@ int32_t getCountryCode(const ParsedRecord* record, char* buffer, int32_t capacit
     TextSpan code;
     if (readField(record, field::countryCode, &code) == kOk) {
         return answerAsIs(code, buffer, capacity);
+    }
+    // Without a country or country code read, the country is the jurisdiction's, a name
+    // of the jurisdiction table whose code is known beforehand; only a code of exactly
+    // two characters names a jurisdiction.
+    TextSpan read;
+    if (readField(record, field::country, &read) != kOk && firstFilledField(record, kCountryCodeSlots, &read) != kOk) {
+        TextSpan jurisdiction;
+        const char* fromIin = nullptr;
+        if (firstFilledField(record, kJurisdictionSlots, &jurisdiction) == kOk) {
+            trimIf(&jurisdiction, isNotPrintableCode);
+        } else {
+            TextSpan iin;
+            if (readField(record, field::iin, &iin) != kOk || (fromIin = jurisdictionCodeForIin(iin)) == nullptr) {
+                return kErrNoAnswer;
+            }
+            jurisdiction = makeSpan(fromIin);
+        }
+        if (jurisdiction.length != 2 || countryForJurisdictionCode(jurisdiction) == nullptr) return kErrNoAnswer;
+        const char* alpha3 = countryCodeOfJurisdiction(jurisdiction);
+        return alpha3 != nullptr ? answerLiteral(alpha3, buffer, capacity) : kErrNoAnswer;
     }
     char country[kCountryScratch];
     if (getCountry(record, country, kCountryScratch) != kOk) return kErrNoAnswer;

@@ -48,6 +48,9 @@ int32_t isKnownIin(TextSpan iin);
 const char* iinForJurisdictionCode(TextSpan code);
 // Country of a two-letter jurisdiction code (case matters): "United States", "Canada", ...
 const char* countryForJurisdictionCode(TextSpan code);
+// Alpha-3 of that country, as the country code worker derives it from the country's
+// name: what alpha3ForCountryName gives, or the name when it is itself a code.
+const char* countryCodeOfJurisdiction(TextSpan code);
 
 // Workers: 0 with the answer in buffer, -21 for bad arguments, -26 for no answer.
 

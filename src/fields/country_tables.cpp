@@ -505,8 +505,6 @@ static_assert(groupIsGapFree(kFirstGroupSize, kMainGroupSize, kMainGroupStart));
 constexpr int32_t kIinDigits = 6;
 constexpr int32_t kCodeLength = 2;
 
-std::span<const IinRow> firstIinGroup() { return std::span(kIinRows).first(kFirstGroupSize); }
-std::span<const IinRow> mainIinGroup() { return std::span(kIinRows).subspan(kFirstGroupSize); }
 
 // Whether text (of the table's length) equals tableText once upper-cased.
 bool equalsUpperCased(const char* text, size_t length, const char* tableText) {
@@ -527,6 +525,20 @@ bool codeEquals(TextSpan code, const char* tableCode) {
 // accepted, stopping at the first non-digit); what follows them is never looked at.
 bool readIinNumber(TextSpan iin, int64_t* number) {
     if (iin.data == nullptr || iin.length < kIinDigits) return false;
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+    // Six digits, the usual case, read as one word: every byte 0x30 to 0x39, then the
+    // digits paired and the pairs joined.
+    uint64_t word = 0;
+    std::memcpy(&word, iin.data, kIinDigits);
+    constexpr uint64_t kHighNibbles = 0x0000F0F0F0F0F0F0ull;
+    constexpr uint64_t kLowNibbles = 0x00000F0F0F0F0F0Full;
+    if ((word & kHighNibbles) == 0x0000303030303030ull && (((word & kLowNibbles) + 0x0000060606060606ull) & kHighNibbles) == 0) {
+        const uint64_t digits = word & kLowNibbles;
+        const uint64_t pairs = digits * 10 + (digits >> 8);  // first digit of each pair in its low byte
+        *number = static_cast<int64_t>((pairs & 0xFF) * 10000 + (pairs >> 16 & 0xFF) * 100 + (pairs >> 32 & 0xFF));
+        return true;
+    }
+#endif
     *number = readLeadingInteger(TextSpan{iin.data, kIinDigits});
     return true;
 }
@@ -541,19 +553,113 @@ const IinRow* iinRowForNumber(int64_t number) {
     return nullptr;
 }
 
-const IinRow* iinRowForCode(std::span<const IinRow> group, TextSpan code) {
-    for (const IinRow& row : group) {
-        if (codeEquals(code, row.code)) return &row;
+// The lookups by text find their rows through indexes built at compile time: the first
+// row of each two-letter code at the code's place among the 676 pairs of capitals, the
+// first row of each country name and alpha-3 code in a hash table.
+
+constexpr int32_t kNoRow = -1;
+
+// The place of a pair of capitals, or -1.
+constexpr int32_t codePlace(char first, char second) {
+    if (first < 'A' || first > 'Z' || second < 'A' || second > 'Z') return -1;
+    return (first - 'A') * 26 + (second - 'A');
+}
+
+struct CodeIndex {
+    int16_t row[26 * 26];
+};
+
+template <typename Row, size_t N>
+constexpr CodeIndex indexCodes(const Row (&rows)[N], size_t first, size_t count) {
+    CodeIndex index{};
+    for (int16_t& r : index.row) r = kNoRow;
+    for (size_t i = first; i < first + count; ++i) {
+        const int32_t place = codePlace(rows[i].code[0], rows[i].code[1]);
+        if (place >= 0 && index.row[place] == kNoRow) index.row[place] = static_cast<int16_t>(i);
+    }
+    return index;
+}
+
+// A code of other bytes could never be found through the index.
+template <typename Row, size_t N>
+constexpr bool codesAreCapitals(const Row (&rows)[N]) {
+    for (const Row& row : rows) {
+        if (codePlace(row.code[0], row.code[1]) < 0 || row.code[2] != '\0') return false;
+    }
+    return true;
+}
+static_assert(codesAreCapitals(kJurisdictionRows) && codesAreCapitals(kIinRows));
+
+constexpr CodeIndex kJurisdictionsByCode = indexCodes(kJurisdictionRows, 0, std::size(kJurisdictionRows));
+constexpr CodeIndex kFirstGroupByCode = indexCodes(kIinRows, 0, kFirstGroupSize);
+constexpr CodeIndex kMainGroupByCode = indexCodes(kIinRows, kFirstGroupSize, kMainGroupSize);
+
+constexpr uint32_t kTextSlots = 512;
+struct TextIndex {
+    int16_t row[kTextSlots];
+};
+
+// FNV-1a over the text as the table stands or, for a caller's text, upper-cased.
+constexpr uint32_t textSlot(const char* text, size_t length, bool upperCase) {
+    uint32_t h = 2166136261u;
+    for (size_t i = 0; i < length; ++i) {
+        h = (h ^ static_cast<unsigned char>(upperCase ? toAsciiUpper(text[i]) : text[i])) * 16777619u;
+    }
+    return h % kTextSlots;
+}
+
+constexpr size_t textLength(const char* text) {
+    size_t n = 0;
+    while (text[n] != '\0') ++n;
+    return n;
+}
+
+constexpr bool sameText(const char* a, const char* b) {
+    size_t i = 0;
+    while (a[i] != '\0' && a[i] == b[i]) ++i;
+    return a[i] == b[i];
+}
+
+// Each distinct text of the column at its slot, or the next free one; the first row wins.
+constexpr TextIndex indexCountries(const char* CountryRow::*column) {
+    TextIndex index{};
+    for (int16_t& r : index.row) r = kNoRow;
+    for (size_t i = 0; i < kCountryRowCount; ++i) {
+        const char* text = kCountryRows[i].*column;
+        uint32_t at = textSlot(text, textLength(text), false);
+        while (index.row[at] != kNoRow && !sameText(kCountryRows[index.row[at]].*column, text)) at = (at + 1) % kTextSlots;
+        if (index.row[at] == kNoRow) index.row[at] = static_cast<int16_t>(i);
+    }
+    return index;
+}
+
+constexpr TextIndex kCountriesByName = indexCountries(&CountryRow::name);
+constexpr TextIndex kCountriesByAlpha3 = indexCountries(&CountryRow::alpha3);
+
+// The first row whose column text equals the given text (upper-cased first when asked).
+const CountryRow* findCountry(const TextIndex& index, const char* CountryRow::*column, const char* text, size_t length,
+                              bool upperCase) {
+    for (uint32_t at = textSlot(text, length, upperCase); index.row[at] != kNoRow; at = (at + 1) % kTextSlots) {
+        const CountryRow& row = kCountryRows[index.row[at]];
+        const char* tableText = row.*column;
+        if (upperCase ? equalsUpperCased(text, length, tableText)
+                      : std::strlen(tableText) == length && std::memcmp(text, tableText, length) == 0) {
+            return &row;
+        }
     }
     return nullptr;
 }
 
+const IinRow* iinRowForCode(const CodeIndex& index, TextSpan code) {
+    const int32_t place = codePlace(code.data[0], code.data[1]);
+    return place >= 0 && index.row[place] != kNoRow ? &kIinRows[index.row[place]] : nullptr;
+}
+
 const JurisdictionRow* jurisdictionRowForCode(TextSpan code) {
     if (!isCodeSpan(code)) return nullptr;
-    for (const JurisdictionRow& row : kJurisdictionRows) {
-        if (codeEquals(code, row.code)) return &row;
-    }
-    return nullptr;
+    const int32_t place = codePlace(code.data[0], code.data[1]);
+    return place >= 0 && kJurisdictionsByCode.row[place] != kNoRow ? &kJurisdictionRows[kJurisdictionsByCode.row[place]]
+                                                                      : nullptr;
 }
 
 }  // namespace
@@ -564,28 +670,20 @@ std::span<const JurisdictionRow> jurisdictionRows() { return kJurisdictionRows; 
 
 const char* countryNameForAlpha3(TextSpan code) {
     if (!spanUsable(code)) return nullptr;
-    const size_t length = static_cast<size_t>(code.length);
-    for (const CountryRow& row : countryRows()) {
-        if (equalsUpperCased(code.data, length, row.alpha3)) return row.name;
-    }
-    return nullptr;
+    const CountryRow* row =
+        findCountry(kCountriesByAlpha3, &CountryRow::alpha3, code.data, static_cast<size_t>(code.length), true);
+    return row != nullptr ? row->name : nullptr;
 }
 
 const char* alpha3ForCountryName(const char* name) {
     if (name == nullptr || *name == '\0') return nullptr;
-    const size_t length = std::strlen(name);
-    for (const CountryRow& row : countryRows()) {
-        if (equalsUpperCased(name, length, row.name)) return row.alpha3;
-    }
-    return nullptr;
+    const CountryRow* row = findCountry(kCountriesByName, &CountryRow::name, name, std::strlen(name), true);
+    return row != nullptr ? row->alpha3 : nullptr;
 }
 
 int32_t isCountryAlpha3(const char* text) {
     if (text == nullptr) return 0;
-    for (const CountryRow& row : countryRows()) {
-        if (std::strcmp(text, row.alpha3) == 0) return 1;
-    }
-    return 0;
+    return findCountry(kCountriesByAlpha3, &CountryRow::alpha3, text, std::strlen(text), false) != nullptr ? 1 : 0;
 }
 
 const char* jurisdictionCodeForIin(TextSpan iin) {
@@ -604,8 +702,8 @@ int32_t isKnownIin(TextSpan iin) {
 
 const char* iinForJurisdictionCode(TextSpan code) {
     if (!isCodeSpan(code)) return nullptr;
-    if (const IinRow* row = iinRowForCode(mainIinGroup(), code)) return row->text;
-    if (const IinRow* row = iinRowForCode(firstIinGroup(), code)) return row->text;
+    if (const IinRow* row = iinRowForCode(kMainGroupByCode, code)) return row->text;
+    if (const IinRow* row = iinRowForCode(kFirstGroupByCode, code)) return row->text;
     // Deliberately kept though never reached: AB already stands in the first group.
     if (codeEquals(code, kAlbertaCode)) return kSecondAlbertaText;
     return nullptr;
@@ -614,6 +712,54 @@ const char* iinForJurisdictionCode(TextSpan code) {
 const char* countryForJurisdictionCode(TextSpan code) {
     const JurisdictionRow* row = jurisdictionRowForCode(code);
     return row != nullptr ? row->countryName : nullptr;
+}
+
+namespace {
+
+// The alpha-3 code of each jurisdiction row's country, as alpha3ForCountryName finds it
+// for the name (or the name itself, should it be a code), worked out at compile time.
+constexpr bool sameUpperCased(const char* text, const char* tableText) {
+    size_t i = 0;
+    while (text[i] != '\0' && toAsciiUpper(text[i]) == tableText[i]) ++i;
+    return text[i] == '\0' && tableText[i] == '\0';
+}
+
+constexpr const char* alpha3OfCountryName(const char* name) {
+    for (size_t i = 0; i < kCountryRowCount; ++i) {
+        if (sameUpperCased(name, kCountryRows[i].name)) return kCountryRows[i].alpha3;
+    }
+    for (size_t i = 0; i < kCountryRowCount; ++i) {
+        if (sameText(name, kCountryRows[i].alpha3)) return kCountryRows[i].alpha3;
+    }
+    return nullptr;
+}
+
+struct JurisdictionCountryCodes {
+    const char* alpha3[std::size(kJurisdictionRows)];
+};
+
+constexpr JurisdictionCountryCodes findJurisdictionCountryCodes() {
+    JurisdictionCountryCodes codes{};
+    for (size_t i = 0; i < std::size(kJurisdictionRows); ++i) codes.alpha3[i] = alpha3OfCountryName(kJurisdictionRows[i].countryName);
+    return codes;
+}
+
+constexpr JurisdictionCountryCodes kJurisdictionCountryCodes = findJurisdictionCountryCodes();
+
+// The worker copies the country's name into 64 bytes before looking it up; every name
+// fits, so the name looked up here is the one it looks up.
+static_assert([] {
+    for (const JurisdictionRow& row : kJurisdictionRows) {
+        if (textLength(row.countryName) >= 64) return false;
+    }
+    return true;
+}());
+
+}  // namespace
+
+const char* countryCodeOfJurisdiction(TextSpan code) {
+    const JurisdictionRow* row = jurisdictionRowForCode(code);
+    return row != nullptr ? kJurisdictionCountryCodes.alpha3[row - kJurisdictionRows] : nullptr;
 }
 
 }  // namespace orvane

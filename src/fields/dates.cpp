@@ -81,6 +81,22 @@ static_assert(daysFromMarchOfYearZero(1000, 3, 1) - kFirstDay + 1 == 60);
 int32_t readDate(TextSpan text, DateValue* out) {
     if (out == nullptr) return kErrInvalidArgument;
     if (text.data == nullptr || text.length < kStoredDateLength) return -1;
+    if (allDigits(text.data, kStoredDateLength)) {
+        // Eight digits, as the readers store dates: the groups read as digits, year first.
+        auto digits = [&text](int32_t at, int32_t n) {
+            int32_t value = 0;
+            for (int32_t i = at; i < at + n; ++i) value = value * 10 + (text.data[i] - '0');
+            return value;
+        };
+        if (dayAndMonthInRange(digits(6, 2), digits(4, 2))) {
+            *out = DateValue{digits(0, 4), digits(4, 2), digits(6, 2), 0, 0, 0};
+            return kOk;
+        }
+        const int32_t year = digits(4, 4);
+        if (!dayAndMonthInRange(digits(2, 2), digits(0, 2)) || year < 1800) return -1;
+        *out = DateValue{year, digits(0, 2), digits(2, 2), 0, 0, 0};
+        return kOk;
+    }
     // Both readings are tried in this order, so year first wins when both would fit.
     if (readYearFirst(text.data, out)) return kOk;
     if (readMonthFirst(text.data, out)) return kOk;
@@ -89,6 +105,16 @@ int32_t readDate(TextSpan text, DateValue* out) {
 
 int32_t formatDate(const DateValue* value, char* buffer, int32_t room) {
     if (value == nullptr || buffer == nullptr || room < kFormattedDateLength) return 0;
+    const DateValue& d = *value;
+    if (d.month >= 0 && d.month <= 99 && d.day >= 0 && d.day <= 99 && d.year >= 0 && d.year <= 9999) {
+        const char text[kFormattedDateLength] = {
+            static_cast<char>('0' + d.month / 10),     static_cast<char>('0' + d.month % 10), '/',
+            static_cast<char>('0' + d.day / 10),       static_cast<char>('0' + d.day % 10),   '/',
+            static_cast<char>('0' + d.year / 1000),    static_cast<char>('0' + d.year / 100 % 10),
+            static_cast<char>('0' + d.year / 10 % 10), static_cast<char>('0' + d.year % 10)};
+        std::memcpy(buffer, text, kFormattedDateLength);
+        return kFormattedDateLength;
+    }
     // A component too wide for its place leaves zeros there rather than stray bytes.
     for (int32_t i = 0; i < kFormattedDateLength; ++i) buffer[i] = '0';
     formatInt(value->month, buffer, 2, 1);

@@ -89,6 +89,38 @@ constexpr NameRule kNameRules[] = {
 };
 static_assert(std::size(kNameRules) == 69);
 
+// The first row of each code at the code's place among the 676 pairs of capitals; 0,
+// the fallback, elsewhere.
+struct RuleIndex {
+    uint8_t row[26 * 26];
+};
+
+constexpr int32_t codePlace(char first, char second) {
+    if (first < 'A' || first > 'Z' || second < 'A' || second > 'Z') return -1;
+    return (first - 'A') * 26 + (second - 'A');
+}
+
+constexpr RuleIndex indexRules() {
+    RuleIndex index{};
+    for (size_t i = std::size(kNameRules); i-- > 1;) {
+        const char* c = kNameRules[i].jurisdictionCode;
+        index.row[codePlace(c[0], c[1])] = static_cast<uint8_t>(i);
+    }
+    return index;
+}
+
+// Every row but the fallback has a code of two capitals, so the index finds them all.
+constexpr bool codesAreCapitals() {
+    for (size_t i = 1; i < std::size(kNameRules); ++i) {
+        const char* c = kNameRules[i].jurisdictionCode;
+        if (c[0] == '\0' || codePlace(c[0], c[1]) < 0 || c[2] != '\0') return false;
+    }
+    return kNameRules[0].jurisdictionCode[0] == '\0';
+}
+static_assert(codesAreCapitals());
+
+constexpr RuleIndex kRulesByCode = indexRules();
+
 }  // namespace
 
 std::span<const NameRule> nameRuleTable() { return kNameRules; }
@@ -96,11 +128,8 @@ std::span<const NameRule> nameRuleTable() { return kNameRules; }
 const NameRule* nameRuleForCode(TextSpan code) {
     // Every row but the fallback has a two-letter code, so only such a key can match one.
     if (code.data == nullptr || code.length != 2) return &kNameRules[0];
-    for (const NameRule& rule : kNameRules) {
-        const char* c = rule.jurisdictionCode;
-        if (c[0] != '\0' && c[0] == code.data[0] && c[1] == code.data[1] && c[2] == '\0') return &rule;
-    }
-    return &kNameRules[0];
+    const int32_t place = codePlace(code.data[0], code.data[1]);
+    return &kNameRules[place < 0 ? 0 : kRulesByCode.row[place]];
 }
 
 }  // namespace orvane

@@ -23,7 +23,7 @@ constexpr const char* kNameSuffixes[] = {
 };
 static_assert(std::size(kNameSuffixes) == 24);
 
-constexpr const char* kNamePlaceholders[] = {"NONE", "NONE."};
+constexpr const char* kNamePlaceholders[] = {"NONE", "NONE."};  // isCleanName knows them too
 
 constexpr int32_t kSuffixCount = static_cast<int32_t>(std::size(kNameSuffixes));
 constexpr int32_t kPlaceholderCount = static_cast<int32_t>(std::size(kNamePlaceholders));
@@ -33,8 +33,7 @@ constexpr int32_t kNameParts = 8;
 constexpr int32_t kFirstNameWords = 3;
 constexpr int32_t kNameWords = 8;
 constexpr int32_t kSuffixWords = 16;
-constexpr int32_t kIinScratch = 32;
-constexpr int32_t kJurisdictionScratch = 16;
+constexpr FieldId kJurisdictionSlots[] = {field::jurisdictionCode, field::residenceJurisdictionCode};
 
 // The middle-name slot keeps its words but not its commas.
 constexpr const char* kCommas = ",";
@@ -127,29 +126,122 @@ int32_t composeFullName(const ParsedRecord* record, char* buffer, int32_t capaci
 
 }  // namespace
 
-bool isNameSuffix(TextSpan word) { return spanInList(word, kNameSuffixes, kSuffixCount); }
+namespace {
+
+// The suffixes packed into numbers by length, so that a word is tested with a few
+// comparisons; no suffix is longer than four characters.
+constexpr uint32_t packWord(const char* text, int32_t length) {
+    uint32_t packed = 0;
+    for (int32_t i = 0; i < length; ++i) packed = packed << 8 | static_cast<unsigned char>(text[i]);
+    return packed;
+}
+
+struct PackedSuffixes {
+    uint32_t words[5][kSuffixCount];
+    int32_t count[5];
+};
+
+constexpr PackedSuffixes packSuffixes() {
+    PackedSuffixes p{};
+    for (const char* suffix : kNameSuffixes) {
+        int32_t length = 0;
+        while (suffix[length] != '\0') ++length;
+        p.words[length][p.count[length]++] = packWord(suffix, length);
+    }
+    return p;
+}
+
+constexpr PackedSuffixes kPackedSuffixes = packSuffixes();
+static_assert([] {
+    for (const char* suffix : kNameSuffixes) {
+        int32_t length = 0;
+        while (suffix[length] != '\0') ++length;
+        if (length < 1 || length > 4) return false;
+    }
+    return true;
+}());
+
+}  // namespace
+
+bool isNameSuffix(TextSpan word) {
+    if (word.data == nullptr || word.length < 1 || word.length > 4) return false;
+    const uint32_t packed = packWord(word.data, word.length);
+    for (int32_t i = 0; i < kPackedSuffixes.count[word.length]; ++i) {
+        if (kPackedSuffixes.words[word.length][i] == packed) return true;
+    }
+    return false;
+}
 
 int32_t removeNameSuffixes(TextSpan* words, int32_t count) {
-    return removeWords(words, count, kNameSuffixes, kSuffixCount);
+    if (words == nullptr || count < 1) return 0;
+    int32_t kept = 0;
+    for (int32_t i = 0; i < count; ++i) {
+        if (!isNameSuffix(words[i])) words[kept++] = words[i];
+    }
+    return kept;
 }
 
+// The rule of the jurisdiction that the IIN answer names, else of the jurisdiction code
+// answer, else the fallback. Every name answer asks, so the two answers are taken from
+// the slots as the workers would give them, without copying them into scratch buffers.
 const NameRule* nameRuleFor(const ParsedRecord* record) {
-    char iin[kIinScratch] = {};
-    if (getIIN(record, iin, kIinScratch) == kOk) {
-        if (const char* code = jurisdictionCodeForIin(makeSpan(iin))) {
-            return nameRuleForCode(makeSpan(code));
-        }
+    const NameRule* fallback = nameRuleForCode(TextSpan{nullptr, 0});
+    if (record == nullptr || record->workBuffer == nullptr || record->workCapacity < 1) return fallback;
+    // What getIIN answers: the IIN as read when the table knows it, else the jurisdiction's.
+    TextSpan iin;
+    TextSpan code;
+    const bool read = readField(record, field::iin, &iin) == kOk;
+    const bool coded = firstFilledField(record, kJurisdictionSlots, &code) == kOk;
+    // The table knows an IIN exactly when it gives it a jurisdiction.
+    const char* readIssuer = read ? jurisdictionCodeForIin(iin) : nullptr;
+    const char* ofJurisdiction = coded && readIssuer == nullptr ? iinForJurisdictionCode(code) : nullptr;
+    TextSpan answer = TextSpan{nullptr, 0};
+    if (read) answer = ofJurisdiction != nullptr ? makeSpan(ofJurisdiction) : iin;
+    if (!read && ofJurisdiction != nullptr) answer = makeSpan(ofJurisdiction);
+    // The answer is measured up to its first NUL before its six digits are read.
+    if (answer.length >= 6 && std::memchr(answer.data, '\0', 6) == nullptr) {
+        const char* issuer = answer.data == iin.data && read ? readIssuer : jurisdictionCodeForIin(TextSpan{answer.data, 6});
+        if (issuer != nullptr) return nameRuleForCode(makeSpan(issuer));
     }
-    char code[kJurisdictionScratch] = {};
-    if (getJurisdictionCode(record, code, kJurisdictionScratch) == kOk) {
-        return nameRuleForCode(makeSpan(code));
+    // What getJurisdictionCode answers: the code as read, trimmed of unprintable bytes,
+    // else the one of the IIN; only two characters can name a rule.
+    if (coded) {
+        trimIf(&code, isNotPrintableCode);
+        return nameRuleForCode(code);
     }
-    return nameRuleForCode(makeSpan(""));
+    return readIssuer != nullptr ? nameRuleForCode(makeSpan(readIssuer)) : fallback;
 }
+
+namespace {
+
+// Whether cleaning would leave the name as it stands: at most as many words as it keeps,
+// letters parted by single blanks, with no suffix after the first word and no placeholder.
+bool isCleanName(const char* text, int32_t length) {
+    if (length < 1) return false;
+    int32_t wordStart = 0;
+    int32_t words = 0;
+    for (int32_t i = 0; i <= length; ++i) {
+        if (i < length && isAsciiAlpha(static_cast<unsigned char>(text[i]))) continue;
+        if (i < length && text[i] != ' ') return false;
+        const TextSpan word{text + wordStart, i - wordStart};
+        if (word.length < 1 || ++words > kCleanWords) return false;  // a blank at either end or two together
+        // Of the placeholders only "NONE" is made of letters.
+        const bool placeholder = word.length == 4 && std::memcmp(word.data, "NONE", 4) == 0;
+        if ((wordStart > 0 && isNameSuffix(word)) || placeholder) return false;
+        wordStart = i + 1;
+    }
+    return true;
+}
+
+}  // namespace
 
 int32_t cleanName(char* buffer, int32_t capacity) {
     if (buffer == nullptr || capacity < 1) return kErrInvalidArgument;
     const size_t length = strnlen(buffer, static_cast<size_t>(capacity - 1));
+    if (isCleanName(buffer, static_cast<int32_t>(length))) {
+        buffer[length] = '\0';
+        return kOk;
+    }
     const TextSpan text = makeSpan(buffer, static_cast<int32_t>(length));
     TextSpan words[kCleanWords];
     int32_t count = dropTrailingSuffixes(words, cutWords(text, words, kCleanWords, kWordDelimiters));

@@ -24,72 +24,10 @@ int32_t compareBytes(char a, char b) {
     return static_cast<signed char>(a) < static_cast<signed char>(b) ? -1 : 1;
 }
 
-// First occurrence of the pattern in text[from, length), or -1; memchr finds the
-// candidates so that text without the pattern's first byte is skipped quickly.
-int32_t findFrom(const char* text, int32_t length, int32_t from, TextSpan pattern) {
-    const size_t rest = static_cast<size_t>(pattern.length - 1);
-    while (length - from >= pattern.length) {
-        const void* hit = std::memchr(text + from, pattern.data[0], static_cast<size_t>(length - from - static_cast<int32_t>(rest)));
-        if (hit == nullptr) return -1;
-        const int32_t at = static_cast<int32_t>(static_cast<const char*>(hit) - text);
-        if (std::memcmp(text + at + 1, pattern.data + 1, rest) == 0) return at;
-        from = at + 1;
-    }
-    return -1;
-}
-
 }  // namespace
 
 
 
-int isStripeCityChar(int c) {
-    return isAsciiAlpha(c) || c == ' ' || c == '\t' || charInSet(static_cast<char>(c), ".-'/");
-}
-int isStripeNameChar(int c) {
-    return isAsciiAlpha(c) || c == ' ' || charInSet(static_cast<char>(c), "$,.-'");
-}
-int isStripeAddressChar(int c) {
-    return isAsciiAlnum(c) || c == ' ' || c == '\t' || charInSet(static_cast<char>(c), "$,.-'#/");
-}
-
-void trimLeadingSet(TextSpan* span, const char* set) {
-    if (span == nullptr || span->data == nullptr || set == nullptr) return;
-    while (span->length > 0 && charInSet(span->data[0], set)) {
-        ++span->data;
-        --span->length;
-    }
-}
-
-void trimTrailingSet(TextSpan* span, const char* set) {
-    if (span == nullptr || span->data == nullptr || set == nullptr) return;
-    while (span->length > 0 && charInSet(span->data[span->length - 1], set)) --span->length;
-}
-
-void trimSet(TextSpan* span, const char* set) {
-    trimLeadingSet(span, set);
-    trimTrailingSet(span, set);
-}
-
-int32_t allChars(TextSpan span, CharTest test) {
-    if (span.data == nullptr || test == nullptr) return -1;
-    for (int32_t i = 0; i < span.length; ++i) {
-        if (!test(static_cast<unsigned char>(span.data[i]))) return 1;
-    }
-    return 0;
-}
-
-int32_t splitTokens(TextSpan span, TextSpan* tokens, int32_t max, const char* delimiters,
-                    int flags) {
-    if (tokens == nullptr || span.data == nullptr || span.length < 1 || max < 0) return 0;
-    int32_t count = 0;
-    TextSpan token;
-    TextSpan rest = span;
-    while (count < max && nextToken(rest, &token, &rest, delimiters, flags)) {
-        if ((flags & kSkipEmptyTokens) && token.length < 1) continue;
-        tokens[count++] = token;
-    }
-    return count;
-}
 
 int32_t removeWords(TextSpan* tokens, int32_t count, const char* const* words,
                     int32_t wordCount) {
@@ -99,22 +37,6 @@ int32_t removeWords(TextSpan* tokens, int32_t count, const char* const* words,
         if (!spanInList(tokens[i], words, wordCount)) tokens[kept++] = tokens[i];
     }
     return kept;
-}
-
-int32_t spanEquals(TextSpan span, const char* text) {
-    if (span.data == nullptr || text == nullptr) {
-        return (span.data == nullptr && text == nullptr) ? 0 : 1;
-    }
-    // The text's length is measured only as far as it matters: one past the span's.
-    int32_t bounded = 0;
-    while (bounded <= span.length && text[bounded] != '\0') ++bounded;
-    if (bounded != span.length) {
-        return span.length - (bounded < span.length ? bounded : static_cast<int32_t>(std::strlen(text)));
-    }
-    for (int32_t i = 0; i < span.length; ++i) {
-        if (span.data[i] != text[i]) return compareBytes(span.data[i], text[i]);
-    }
-    return 0;
 }
 
 int32_t spanCompare(TextSpan a, TextSpan b, int flags) {
@@ -135,14 +57,12 @@ int32_t spanCompare(TextSpan a, TextSpan b, int flags) {
 bool spanInList(TextSpan span, const char* const* words, int32_t wordCount) {
     if (words == nullptr) return false;
     for (int32_t i = 0; i < wordCount; ++i) {
-        if (spanEquals(span, words[i]) == 0) return true;
+        // Words whose first byte differs are passed over without measuring them.
+        const char* word = words[i];
+        if (word != nullptr && span.data != nullptr && span.length > 0 && word[0] != span.data[0]) continue;
+        if (spanEquals(span, word) == 0) return true;
     }
     return false;
-}
-
-int32_t spanFind(TextSpan haystack, TextSpan needle) {
-    if (!spanUsable(haystack) || !spanUsable(needle)) return -1;
-    return findFrom(haystack.data, haystack.length, 0, needle);
 }
 
 int32_t replaceAll(char* buffer, int32_t used, int32_t capacity, TextSpan pattern,
@@ -173,19 +93,6 @@ int32_t replaceAll(char* buffer, int32_t used, int32_t capacity, TextSpan patter
         length += growth;
     }
     return length;
-}
-
-int64_t readLeadingInteger(TextSpan text) {
-    if (text.data == nullptr) return 0;
-    int32_t i = 0;
-    while (i < text.length && isAsciiSpace(static_cast<unsigned char>(text.data[i]))) ++i;
-    bool negative = false;
-    if (i < text.length && (text.data[i] == '+' || text.data[i] == '-')) negative = text.data[i++] == '-';
-    int64_t value = 0;
-    for (int32_t digits = 0; i < text.length && isAsciiDigit(static_cast<unsigned char>(text.data[i])); ++i) {
-        if (++digits <= 18) value = value * 10 + (text.data[i] - '0');
-    }
-    return negative ? -value : value;
 }
 
 int32_t decodeBase32Hex(TextSpan span, uint64_t* out) {

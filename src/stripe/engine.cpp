@@ -44,30 +44,61 @@ bool matchCityAt(TextSpan track, int32_t at, TextSpan* city) {
     return true;
 }
 
-// 2-15 city bytes, "^", then 1-35 name bytes.
-bool matchNameAt(TextSpan track, int32_t at, TextSpan* name) {
-    const int32_t skipped = runLength(track, at, isStripeCityChar, kUnbounded);
-    if (skipped < 2 || skipped > 15 || trackByte(track, at + skipped) != '^') return false;
-    const int32_t start = at + skipped + 1;
-    const int32_t n = runLength(track, start, isStripeNameChar, kLongestName);
-    if (n < 1) return false;
-    *name = TextSpan{track.data + start, n};
-    return true;
+// The name and address patterns below start with a run of city bytes ended by "^".
+// Every start inside one run sees the same end and so the same fields after it, so
+// each run is walked once and its earliest fitting start stands for the rest: a search
+// that tried every start would find the same first match.
+int isCityByte(char c) { return isStripeCityChar(static_cast<unsigned char>(c)); }
+
+// The end of the run of city bytes that holds or follows index at.
+int32_t cityRunEnd(TextSpan track, int32_t at) {
+    while (at < track.length && isCityByte(track.data[at])) ++at;
+    return at;
 }
 
-// 2 letters, 2-13 city bytes, "^", 1-35 name bytes, "^", then 1-255 address bytes.
-bool matchAddressAt(TextSpan track, int32_t at, TextSpan* address) {
-    if (!lettersAt(track, at, 2)) return false;
-    const int32_t city = runLength(track, at + 2, isStripeCityChar, kUnbounded);
-    const int32_t nameStart = at + 2 + city + 1;
-    if (city < 2 || city > kLongestCity || trackByte(track, nameStart - 1) != '^') return false;
-    const int32_t name = runLength(track, nameStart, isStripeNameChar, kUnbounded);
-    const int32_t start = nameStart + name + 1;
-    if (name < 1 || name > kLongestName || trackByte(track, start - 1) != '^') return false;
-    const int32_t n = runLength(track, start, isStripeAddressChar, kLongestAddress);
-    if (n < 1) return false;
-    *address = TextSpan{track.data + start, n};
-    return true;
+// 2-15 city bytes, "^", then 1-35 name bytes: the first such name of the track.
+bool findTrack1Name(TextSpan track, TextSpan* name) {
+    if (!spanUsable(track)) return false;
+    for (int32_t at = 0; at < track.length;) {
+        while (at < track.length && !isCityByte(track.data[at])) ++at;
+        const int32_t runStart = at;
+        const int32_t end = cityRunEnd(track, at);
+        at = end;
+        // The first start sees at most 15 city bytes; starts are tried while 3 bytes remain.
+        const int32_t first = end - 15 > runStart ? end - 15 : runStart;
+        if (end - runStart < 2 || trackByte(track, end) != '^' || track.length - first < 3) continue;
+        const int32_t n = runLength(track, end + 1, isStripeNameChar, kLongestName);
+        if (n < 1) continue;
+        *name = TextSpan{track.data + end + 1, n};
+        return true;
+    }
+    return false;
+}
+
+// 2 letters, 2-13 city bytes, "^", 1-35 name bytes, "^", then 1-255 address bytes: the
+// first such address of the track. The letters open the run of city bytes.
+bool findAddress(TextSpan track, TextSpan* address) {
+    if (!spanUsable(track)) return false;
+    for (int32_t at = 0; at < track.length;) {
+        while (at < track.length && !isCityByte(track.data[at])) ++at;
+        const int32_t runStart = at;
+        const int32_t end = cityRunEnd(track, at);
+        at = end;
+        if (trackByte(track, end) != '^') continue;
+        // Starts that leave 2 to 13 city bytes after two letters; tried while 5 bytes remain.
+        int32_t start = end - 15 > runStart ? end - 15 : runStart;
+        while (start <= end - 4 && !lettersAt(track, start, 2)) ++start;
+        if (start > end - 4 || track.length - start < 5) continue;
+        const int32_t nameStart = end + 1;
+        const int32_t name = runLength(track, nameStart, isStripeNameChar, kUnbounded);
+        const int32_t addressStart = nameStart + name + 1;
+        if (name < 1 || name > kLongestName || trackByte(track, addressStart - 1) != '^') continue;
+        const int32_t n = runLength(track, addressStart, isStripeAddressChar, kLongestAddress);
+        if (n < 1) continue;
+        *address = TextSpan{track.data + addressStart, n};
+        return true;
+    }
+    return false;
 }
 
 // Tries the pattern at every start while minimum bytes remain.
@@ -80,9 +111,17 @@ bool searchTrack(TextSpan track, int32_t minimum, bool (*match)(TextSpan, int32_
 }
 
 // An address is trimmed of its replace class and of the punctuation that ends a line.
-int isAddressEdge(int c) {
-    return charInSet(static_cast<char>(c), kStripeAddressReplaceChars) || charInSet(static_cast<char>(c), kAddressEdges);
+struct AddressEdges {
+    bool edge[256];
+};
+constexpr AddressEdges makeAddressEdges() {
+    AddressEdges e{};
+    for (const char* p = kStripeAddressReplaceChars; *p != '\0'; ++p) e.edge[static_cast<unsigned char>(*p)] = true;
+    for (const char* p = kAddressEdges; *p != '\0'; ++p) e.edge[static_cast<unsigned char>(*p)] = true;
+    return e;
 }
+constexpr AddressEdges kAddressEdgeBytes = makeAddressEdges();
+int isAddressEdge(int c) { return c >= 0 && c < 256 && kAddressEdgeBytes.edge[c]; }
 
 }  // namespace
 
@@ -116,10 +155,10 @@ int32_t readDigits(const char* text, int32_t n) {
 
 int32_t findByte(TextSpan track, char c, int32_t from) {
     if (track.data == nullptr) return -1;
-    for (int32_t i = from < 0 ? 0 : from; i < track.length; ++i) {
-        if (track.data[i] == c) return i;
-    }
-    return -1;
+    const int32_t start = from < 0 ? 0 : from;
+    if (start >= track.length) return -1;
+    const int32_t at = start + findEitherByte(track.data + start, track.length - start, c, c);
+    return at < track.length ? at : -1;
 }
 
 DateValue makeDate(int32_t year, int32_t month, int32_t day) { return DateValue{year, month, day, 0, 0, 0}; }
@@ -180,7 +219,11 @@ int isPostalCodeChar(int c) { return isAsciiUpper(c) || isAsciiDigit(c) || c == 
 bool searchPostalCode(TextSpan track, CharTest accept, TextSpan* code) {
     if (track.data == nullptr || track.length < 7) return false;
     for (int32_t at = track.length - 7; at >= 0; --at) {
-        if (!isTrack3Sentinel(track.data[at])) continue;
+        // The next sentinel down, "+", "#" or "%".
+        const int32_t plusOrHash = findLastEitherByte(track.data, at + 1, '+', '#');
+        const int32_t percent = findLastEitherByte(track.data, at + 1, '%', '%');
+        at = plusOrHash > percent ? plusOrHash : percent;
+        if (at < 0) return false;
         const int32_t n = runLength(track, at + 3, accept, kLongestPostalCode);
         if (n <= 3) continue;
         *code = TextSpan{track.data + at + 3, n};
@@ -202,9 +245,7 @@ void storeTrimmed(ParsedRecord* record, FieldId id, TextSpan value) {
     setField(record, id, value);
 }
 
-bool findTrack1Address(TextSpan track, TextSpan* address) {
-    return searchTrack(track, 5, matchAddressAt, address);
-}
+bool findTrack1Address(TextSpan track, TextSpan* address) { return findAddress(track, address); }
 
 void storeStripeAddress(ParsedRecord* record, FieldId id, TextSpan address) {
     trimIf(&address, isAddressEdge);
@@ -254,7 +295,7 @@ int32_t stripeCityStep(StripeParser& p, TextSpan track) {
 
 int32_t stripeNameStep(StripeParser& p, TextSpan track) {
     TextSpan name;
-    if (searchTrack(track, 3, matchNameAt, &name)) storeTrimmed(p.record, field::fullName, name);
+    if (findTrack1Name(track, &name)) storeTrimmed(p.record, field::fullName, name);
     return kOk;
 }
 

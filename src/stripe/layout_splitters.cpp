@@ -26,11 +26,6 @@ bool hasCanadianIin(TextSpan track2) {
     return isCanadianJurisdiction(jurisdictionCodeForIin(TextSpan{track2.data + 1, 6}));
 }
 
-bool hasCanadianProvince(TextSpan track1) {
-    if (!isLicenceTrack1(track1)) return false;
-    char code[3] = {track1.data[1], track1.data[2], '\0'};
-    return isCanadianJurisdiction(code);
-}
 
 int32_t countByte(TextSpan text, char c) {
     int32_t n = 0;
@@ -45,6 +40,18 @@ TextSpan withoutEndSentinel(TextSpan piece) {
 }
 
 }  // namespace
+
+bool hasCanadianProvince(TextSpan track1) {
+    if (!isLicenceTrack1(track1)) return false;
+    char code[3] = {track1.data[1], track1.data[2], '\0'};
+    return isCanadianJurisdiction(code);
+}
+
+bool opensWithAustralianState(TextSpan track1) {
+    const int32_t stateEnd = findByte(track1, '^', 1);
+    if (trackByte(track1, 0) != '%' || stateEnd < 0) return false;
+    return spanInList(spanBetween(track1, 1, stateEnd), kAustralianStates, static_cast<int32_t>(std::size(kAustralianStates)));
+}
 
 // Canadian provincial stripes: "%", the province code and the usual first track, then
 // ";" and the province's issuer number, each ended by "?", on one line or on several;
@@ -137,11 +144,7 @@ int32_t splitAustralian(StripeParser&, const char* payload, int32_t length, Trac
 // An Australian state or territory code first, and all six fields.
 int32_t checkAustralian(StripeParser&, TrackSet* tracks) {
     const TextSpan t1 = tracks->track1;
-    const int32_t stateEnd = findByte(t1, '^', 1);
-    if (trackByte(t1, 0) != '%' || stateEnd < 0) return kErrFraming;
-    if (!spanInList(spanBetween(t1, 1, stateEnd), kAustralianStates, static_cast<int32_t>(std::size(kAustralianStates)))) {
-        return kErrFraming;
-    }
+    if (!opensWithAustralianState(t1)) return kErrFraming;
     if (countByte(t1, '^') < kAustralianFields - 1) return kErrFraming;
     dropLeading(&tracks->track1, 1);
     return kOk;

@@ -4,12 +4,6 @@
 
 namespace orvane {
 
-int32_t findText(TextSpan text, const char* needle, int32_t from) {
-    if (text.data == nullptr || from < 0 || from >= text.length) return -1;
-    const int32_t found = spanFind(TextSpan{text.data + from, text.length - from}, makeSpan(needle));
-    return found < 0 ? -1 : from + found;
-}
-
 TextSpan spanBetween(TextSpan text, int32_t begin, int32_t end) {
     if (text.data == nullptr || begin < 0 || begin > text.length) return TextSpan{text.data, 0};
     if (end > text.length) end = text.length;

@@ -4,11 +4,16 @@
 #include <cstdint>
 
 #include "engine/record.h"
+#include "fields/text.h"
 
 namespace orvane {
 
 // Index of the first occurrence of the C string at or after from, or -1.
-int32_t findText(TextSpan text, const char* needle, int32_t from);
+inline int32_t findText(TextSpan text, const char* needle, int32_t from) {
+    if (text.data == nullptr || from < 0 || from >= text.length) return -1;
+    const int32_t found = spanFind(TextSpan{text.data + from, text.length - from}, makeSpan(needle));
+    return found < 0 ? -1 : from + found;
+}
 // The bytes from begin up to (not including) end; empty when end is not after begin.
 TextSpan spanBetween(TextSpan text, int32_t begin, int32_t end);
 // The first `max` lines of at least 2 bytes, cut at every CR or LF; returns how many.

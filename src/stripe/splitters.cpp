@@ -36,8 +36,8 @@ int32_t pickTrimmedLines(TextSpan payload, TextSpan* tracks, int32_t count, cons
 bool isDigitByte(char c) { return isAsciiDigit(static_cast<unsigned char>(c)) != 0; }
 bool isLetterByte(char c) { return isAsciiAlpha(static_cast<unsigned char>(c)) != 0; }
 
-// Format 10's end test: a "?" last at a length that real tracks have, or "^" (after
-// blanks) just before that "?"; otherwise a "?" at most 10 bytes before the end.
+}  // namespace
+
 bool hasCredibleEnd(TextSpan track) {
     const int32_t n = track.length;
     if (track.data[n - 1] == '?') {
@@ -46,24 +46,27 @@ bool hasCredibleEnd(TextSpan track) {
         while (at >= 0 && isWhiteSpace(static_cast<unsigned char>(track.data[at]))) --at;
         if (at >= 0 && track.data[at] == '^') return true;
     }
-    for (int32_t at = n - 2, distance = 1; at >= 0; --at, ++distance) {
-        if (track.data[at] == '?') return distance <= 10;
+    // Only the last "?" before the end counts, and it must stand within 10 bytes of it.
+    for (int32_t at = n - 2, distance = 1; at >= 0 && distance <= 10; --at, ++distance) {
+        if (track.data[at] == '?') return true;
     }
     return false;
 }
 
-}  // namespace
-
 int32_t splitAtSentinel(StripeParser&, const char* payload, int32_t length, TrackSet* tracks) {
     if (length < 5) return kErrPayloadTooShort;
     if (payload[0] != '%') return kErrFraming;
-    for (int32_t at = length - 2; at >= 2; --at) {
+    // Backwards from the second-last byte: a line feed before any "?;" refuses the text.
+    for (int32_t end = length - 1; end > 2;) {
+        const int32_t at = findLastEitherByte(payload + 2, end - 2, '\n', ';') + 2;
+        if (at < 2) break;
         if (payload[at] == '\n') return kErrFraming;
-        if (payload[at] == ';' && payload[at - 1] == '?') {
+        if (payload[at - 1] == '?') {
             tracks->track1 = TextSpan{payload, at};
             tracks->track2 = TextSpan{payload + at, length - at};
             return kOk;
         }
+        end = at;
     }
     return kErrFraming;
 }

@@ -66,6 +66,15 @@ int32_t checkAustralian(StripeParser& p, TrackSet* tracks);
 int32_t splitFixedFields(StripeParser& p, const char* payload, int32_t length, TrackSet* tracks);
 int32_t checkFixedFields(StripeParser& p, TrackSet* tracks);
 
+// Parts of the checks that the quick checks beside the readers share.
+// Format 10's end test: a "?" last at a length that real tracks have, or "^" (after
+// blanks) just before that "?"; otherwise a "?" at most 10 bytes before the end.
+bool hasCredibleEnd(TextSpan track);
+// "%" and a province code that the jurisdiction table gives to Canada.
+bool hasCanadianProvince(TextSpan track1);
+// "%" and an Australian state or territory code up to the first "^" after it.
+bool opensWithAustralianState(TextSpan track1);
+
 // Width of the fixed-field layout's tracks, start sentinel included.
 inline constexpr int32_t kFixedTrack1Length = 80;
 inline constexpr int32_t kFixedTrack2Length = 32;

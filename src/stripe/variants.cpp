@@ -7,6 +7,7 @@
 #include "engine/status.h"
 #include "fields/text.h"
 #include "stripe/engine.h"
+#include "stripe/split_helpers.h"
 #include "stripe/splitters.h"
 #include "stripe/variant_steps.h"
 
@@ -38,6 +39,25 @@ bool opensLicenceTrack1(const TextFacts& f) {
 }
 
 bool hasLineBreak(const TextFacts& f) { return f.has('\n') || f.has('\r'); }
+
+TextSpan wholeText(const TextFacts& f) { return TextSpan{f.text, f.length}; }
+
+// Whether the text holds `word` at index at.
+bool holdsAt(const TextFacts& f, int32_t at, const char* word) {
+    const int32_t n = static_cast<int32_t>(std::strlen(word));
+    return at >= 0 && f.length - at >= n && std::memcmp(f.text + at, word, static_cast<size_t>(n)) == 0;
+}
+
+// The tracks of one line: "%" track 1, the first "?;", track 2 and then `track3Marker`.
+// The index of that "?;", or -1 when the splitter would refuse the text.
+int32_t oneLineTrack2(const TextFacts& f, const char* track3Marker) {
+    if (f.length < 8 || f.at(0) != '%' || f.has('\n') || !f.has(track3Marker[1])) return -1;
+    // The marker somewhere at all, before the search for it after the first "?;".
+    if (findText(wholeText(f), track3Marker, 0) < 0) return -1;
+    const int32_t end1 = findText(wholeText(f), "?;", 0);
+    if (end1 < 0 || findText(wholeText(f), track3Marker, end1 + 1) < 0) return -1;
+    return end1;
+}
 
 }  // namespace
 
@@ -78,8 +98,11 @@ int32_t parseStripeFormat3(char* text, int32_t length, ParsedRecord* record, con
     return runShape(text, length, record, clock, splitQuotedLinesReversed, checkFormats2And3);
 }
 
-// One line from "%", a track 2 ";636" after "?".
-bool mayReadStripeFormat4(const TextFacts& f) { return f.length >= 8 && f.at(0) == '%' && !f.has('\n') && f.find("?;636") >= 0; }
+// One line from "%", a track 2 ";636" after the first "?" and a track 3 after "?%".
+bool mayReadStripeFormat4(const TextFacts& f) {
+    const int32_t end1 = oneLineTrack2(f, "?%");
+    return end1 >= 0 && holdsAt(f, end1 + 1, ";636");
+}
 
 int32_t parseStripeFormat4(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     StripeParser p;
@@ -88,8 +111,11 @@ int32_t parseStripeFormat4(char* text, int32_t length, ParsedRecord* record, con
     return runStripeParser(p, text, length);
 }
 
-// One line from "%" with "?;" and a "636" on track 2.
-bool mayReadStripeFormat5(const TextFacts& f) { return f.length >= 8 && f.at(0) == '%' && !f.has('\n') && f.find("?;") >= 0 && f.find("636") >= 0; }
+// One line from "%" with "?;", one byte and "636" on track 2, a track 3 after "?%".
+bool mayReadStripeFormat5(const TextFacts& f) {
+    const int32_t end1 = oneLineTrack2(f, "?%");
+    return end1 >= 0 && holdsAt(f, end1 + 3, "636");
+}
 
 int32_t parseStripeFormat5(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     return runShape(text, length, record, clock, splitThreeSentinels, checkFormat5);
@@ -109,8 +135,10 @@ int32_t parseStripeFormat7(char* text, int32_t length, ParsedRecord* record, con
     return runShape(text, length, record, clock, splitAtEndSentinels, checkFormat7);
 }
 
-// "%" and a province code, then a track 2 after ";", each ended by "?".
-bool mayReadStripeFormat8(const TextFacts& f) { return f.length >= 8 && opensLicenceTrack1(f) && f.has(';') && f.has('?'); }
+// "%" and a Canadian province code, then a track 2 after ";", each ended by "?".
+bool mayReadStripeFormat8(const TextFacts& f) {
+    return f.length >= 8 && f.has(';') && f.has('?') && hasCanadianProvince(wholeText(f));
+}
 
 int32_t parseStripeFormat8(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     StripeParser p;
@@ -126,8 +154,11 @@ int32_t parseStripeFormat8(char* text, int32_t length, ParsedRecord* record, con
     return kOk;
 }
 
-// One line from "%", a track 2 ";636" after "?" and a "#" track 3.
-bool mayReadStripeFormat9(const TextFacts& f) { return f.length >= 8 && f.at(0) == '%' && !f.has('\n') && f.has('#') && f.find("?;636") >= 0; }
+// One line from "%", a track 2 ";636" after the first "?" and a track 3 after "?#".
+bool mayReadStripeFormat9(const TextFacts& f) {
+    const int32_t end1 = oneLineTrack2(f, "?#");
+    return end1 >= 0 && holdsAt(f, end1 + 1, ";636");
+}
 
 int32_t parseStripeFormat9(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     StripeParser p;
@@ -138,8 +169,10 @@ int32_t parseStripeFormat9(char* text, int32_t length, ParsedRecord* record, con
     return runStripeParser(p, text, length);
 }
 
-// A licence's track 1 with its end sentinel.
-bool mayReadStripeFormat10(const TextFacts& f) { return f.length >= 3 && opensLicenceTrack1(f) && f.has('?'); }
+// A licence's track 1 with a credible end.
+bool mayReadStripeFormat10(const TextFacts& f) {
+    return f.length >= 3 && opensLicenceTrack1(f) && f.has('?') && hasCredibleEnd(wholeText(f));
+}
 
 int32_t parseStripeFormat10(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     StripeParser p;
@@ -149,8 +182,15 @@ int32_t parseStripeFormat10(char* text, int32_t length, ParsedRecord* record, co
     return runStripeParser(p, text, length);
 }
 
-// Tracks from "%" broken by line feeds anywhere, even inside ";636".
-bool mayReadStripeFormat11(const TextFacts& f) { return f.length >= 24 && f.at(0) == '%' && f.has(';') && f.has('?'); }
+// Tracks from "%" broken by line feeds anywhere, even inside ";636". Without line feeds
+// track 2 follows the first "?": ";636" and a number field of 13 digits before "=".
+bool mayReadStripeFormat11(const TextFacts& f) {
+    if (f.length < 24 || f.at(0) != '%' || !f.has(';') || !f.has('?')) return false;
+    if (f.has('\n')) return true;
+    const int32_t end1 = findText(wholeText(f), "?;", 0);
+    return end1 >= 3 && opensLicenceTrack1(f) && holdsAt(f, end1 + 1, ";636") &&
+           digitsAt(wholeText(f), end1 + 2, 19) && f.at(end1 + 21) == '=';
+}
 
 int32_t parseStripeFormat11(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     const int32_t rejoined = deleteLineFeeds(text, length);
@@ -193,8 +233,13 @@ int32_t parseStripeFormat14(char* text, int32_t length, ParsedRecord* record, co
     return runStripeParser(p, text, length);
 }
 
-// One track from "%" with "^" between its fields and a "?" after them.
-bool mayReadStripeFormat15(const TextFacts& f) { return f.length >= 20 && f.at(0) == '%' && f.has('^') && f.has('?'); }
+// One track from "%" and a state code, with "^" between its fields and a "?" after them.
+bool mayReadStripeFormat15(const TextFacts& f) {
+    if (f.length < 20 || f.at(0) != '%' || !f.has('^') || !f.has('?')) return false;
+    // Every state code has two or three letters, so "^" follows at once.
+    if (f.at(3) != '^' && f.at(4) != '^') return false;
+    return opensWithAustralianState(TextSpan{f.text, findText(wholeText(f), "?", 1)});
+}
 
 int32_t parseStripeFormat15(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     // Built without the initialiser: no default step belongs to this layout.
@@ -209,8 +254,12 @@ int32_t parseStripeFormat15(char* text, int32_t length, ParsedRecord* record, co
     return runStripeParser(p, text, length);
 }
 
-// Fixed-width tracks from a licence's "%" and two letters, then ";".
-bool mayReadStripeFormat16(const TextFacts& f) { return f.length >= kFixedTrack1Length + kFixedTrack2Length && opensLicenceTrack1(f) && f.has(';') && f.has('?'); }
+// Fixed-width tracks from a licence's "%" and two letters, the first "?" ending track 1
+// at its width, then ";".
+bool mayReadStripeFormat16(const TextFacts& f) {
+    return f.length >= kFixedTrack1Length + kFixedTrack2Length && opensLicenceTrack1(f) && f.has(';') &&
+           f.at(kFixedTrack1Length) == '?' && findText(wholeText(f), "?", 0) == kFixedTrack1Length;
+}
 
 int32_t parseStripeFormat16(char* text, int32_t length, ParsedRecord* record, const ParseClock* clock) {
     StripeParser p;
