@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <string>
 
 #include "../tools/json_text.h"
@@ -25,6 +26,43 @@ TEST(ToolJson, EveryByteGivesValidJson) {
         std::string out;
         orvane_tools::appendJsonString(&out, c.text);
         EXPECT_EQ(out, c.json);
+    }
+}
+
+// Every byte at every place of a text long enough for the eight-byte skipping, against
+// an escaper written byte by byte.
+TEST(ToolJson, EveryByteAtEveryPlace) {
+    const auto expected = [](const std::string& text) {
+        std::string json = "\"";
+        for (const char ch : text) {
+            const unsigned char c = static_cast<unsigned char>(ch);
+            char escape[8];
+            if (c == '"' || c == '\\') {
+                json += '\\';
+                json += ch;
+            } else if (c == '\n') {
+                json += "\\n";
+            } else if (c == '\r') {
+                json += "\\r";
+            } else if (c == '\t') {
+                json += "\\t";
+            } else if (c < 0x20 || c > 0x7E) {
+                std::snprintf(escape, sizeof escape, "\\u%04x", c);
+                json += escape;
+            } else {
+                json += ch;
+            }
+        }
+        return json + "\"";
+    };
+    for (int byte = 1; byte < 256; ++byte) {
+        for (size_t at = 0; at < 20; ++at) {
+            std::string text(20, 'A');
+            text[at] = static_cast<char>(byte);
+            std::string out;
+            orvane_tools::appendJsonString(&out, text.c_str());
+            ASSERT_EQ(out, expected(text)) << byte << " at " << at;
+        }
     }
 }
 

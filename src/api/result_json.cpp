@@ -42,10 +42,13 @@ struct JsonSink {
         const int32_t n = formatInt(value, digits, 20, 0);
         for (int32_t i = 0; i < n; ++i) put(digits[i]);
     }
+    // Member names are the library's own identifiers, plain ASCII, so they go in unescaped.
     void member(const char* name) {
         if (!firstMember) put(',');
         firstMember = false;
-        string(makeSpan(name));
+        put('"');
+        text(name);
+        put('"');
         put(':');
     }
 };
@@ -194,7 +197,9 @@ bool alreadyWritten(ElementWriter& w, TextSpan id) {
         return seen;
     }
     for (int32_t i = 0; i < w.seenCount; ++i) {
-        if (spanCompare(w.seen[i], id, 0) == 0) return true;
+        const TextSpan& seen = w.seen[i];
+        if (seen.length != id.length) continue;
+        if (id.length == 0 || std::memcmp(seen.data, id.data, static_cast<size_t>(id.length)) == 0) return true;
     }
     if (w.seenCount < kMostElementIds) w.seen[w.seenCount++] = id;
     return false;

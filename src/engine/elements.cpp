@@ -1,6 +1,6 @@
 #include "engine/elements.h"
 
-#include <algorithm>
+#include <iterator>
 #include <iterator>
 
 #include "aamva/elements.h"
@@ -111,6 +111,21 @@ constexpr FieldName kFieldNames[] = {
 };
 static_assert(std::size(kFieldNames) == 91);
 
+// The names by slot, for the walks that name every filled slot.
+struct NamesById {
+    const char* names[kFieldCount];
+};
+
+constexpr NamesById makeNamesById() {
+    NamesById table{};
+    for (const FieldName& row : kFieldNames) {
+        if (row.id < kFieldCount && table.names[row.id] == nullptr) table.names[row.id] = row.name;
+    }
+    return table;
+}
+
+constexpr NamesById kNamesById = makeNamesById();
+
 // "field" and the number of a slot a family keeps for itself. Constant, so that the id a
 // visitor is handed stays readable after the walk, as the other families' ids do.
 struct OwnNames {
@@ -150,7 +165,13 @@ void visitStoredFields(const ParsedRecord* record, ElementVisitor visit, void* c
     for (FieldId id = 0; id < kFieldCount; ++id) {
         if (spanUsable(record->fields[id])) filled[count++] = Filled{record->fields[id].data, id};
     }
-    std::stable_sort(filled, filled + count, [](const Filled& a, const Filled& b) { return a.at < b.at; });
+    // Insertion sort: stable, no allocation, and quick on slots mostly stored in order.
+    for (int32_t i = 1; i < count; ++i) {
+        const Filled next = filled[i];
+        int32_t at = i;
+        for (; at > 0 && next.at < filled[at - 1].at; --at) filled[at] = filled[at - 1];
+        filled[at] = next;
+    }
     for (int32_t i = 0; i < count; ++i) {
         const char* name = fieldName(filled[i].id);
         if (name == nullptr) name = kOwnNames.names[filled[i].id];
@@ -161,10 +182,7 @@ void visitStoredFields(const ParsedRecord* record, ElementVisitor visit, void* c
 }  // namespace
 
 const char* fieldName(FieldId id) {
-    for (const FieldName& row : kFieldNames) {
-        if (row.id == id) return row.name;
-    }
-    return nullptr;
+    return id < kFieldCount ? kNamesById.names[id] : nullptr;
 }
 
 void visitElements(const ParsedRecord* record, TextSpan text, ElementVisitor visit, void* context) {
