@@ -1,7 +1,9 @@
 """What a document costs from Python, beside what it costs from C.
 
-For every bundled sample (or the files given), times the C parse plus every getter
-and check (the native module's reference loop, the way a C caller asks them) and
+For every bundled sample (or the files given), times the C parse plus everything a
+Document holds, asked of the C interface (every getter and check, the format, the
+counts, every raw element, the check digits, age, expiry and repairs: the native
+module's reference loop) and
 orvane_parser's parse() giving a Document, alternately, in CPU time of the thread
 (so that other work on the machine counts less), and prints the fastest of each, their ratio, and the ratios per kind of sample. With --check LIMIT it exits 1
 when a sample's ratio exceeds LIMIT.

@@ -231,7 +231,13 @@ PyObject* convertValue(const SchemaEntry& entry, PyObject* value) {
         Py_INCREF(found);
         return found;
     }
-    return PyObject_CallFunctionObjArgs(entry.convert, value, nullptr);
+    PyObject* converted = PyObject_CallFunctionObjArgs(entry.convert, value, nullptr);
+    // A conversion that refuses the value (a date that is no date) gives None.
+    if (converted == nullptr && PyErr_ExceptionMatches(PyExc_ValueError)) {
+        PyErr_Clear();
+        Py_RETURN_NONE;
+    }
+    return converted;
 }
 
 // One member of the top object: false with an exception set or the reader given up.
@@ -242,9 +248,18 @@ bool readMember(Reader& r, const Schema& schema, Py_ssize_t* next, PyObject* val
     // Found before the value is read: the value may reuse the scratch the member is in.
     const SchemaEntry* entry = findEntry(schema, member, memberLength, next);
     if (!take(r, ':')) return giveUp(r);
+    const bool skipped = entry == nullptr || entry->attribute == nullptr;
+    skipBlanks(r);
+    if (skipped && r.at < r.end && *r.at == '"') {
+        // A skipped string is stepped over without making it an object.
+        ++r.at;
+        const char* bytes = nullptr;
+        Py_ssize_t length = 0;
+        return readStringBytes(r, &bytes, &length);
+    }
     PyObject* value = readValue(r, 1);
     if (value == nullptr) return false;
-    if (entry == nullptr || entry->attribute == nullptr) {
+    if (skipped) {
         Py_DECREF(value);
         return true;
     }

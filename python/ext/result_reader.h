@@ -10,7 +10,7 @@ namespace orvane_python {
 
 // One member of the library's object: the Document attribute it fills (null: skipped),
 // and its conversion: none (null), a dict to look the value up in (missing: None), or a
-// callable taking the value.
+// callable taking the value (one that raises ValueError gives None).
 struct SchemaEntry {
     const char* member;
     Py_ssize_t memberLength;

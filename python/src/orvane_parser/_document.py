@@ -320,13 +320,6 @@ def _library_json(result: object) -> str:
     return text
 
 
-def _date(text: str) -> datetime.date | None:
-    try:
-        return datetime.date.fromisoformat(text)
-    except ValueError:
-        return None
-
-
 _FLAG_VALUES = {0: False, 1: True}
 _CHECKS = {check.value: check for check in Check}
 _CHECK_DIGITS = {verdict.value: verdict for verdict in CheckDigits}
@@ -336,7 +329,7 @@ _GROUPS = {group.value: group for group in FormatGroup}
 def _schema() -> tuple[tuple[str, str | None, Any], ...]:
     """How the library's object fills a Document, in the order the library writes it:
     (member, attribute or None to skip it, conversion: None, a dict to look the value up
-    in, or a callable). The format's members go to private keys that _make_document takes."""
+    in, or a callable whose ValueError gives None). The format's members go to private keys that _make_document takes."""
     entries: list[tuple[str, str | None, Any]] = [
         ("status", None, None),
         ("formatGroup", "_format_group", None),
@@ -346,7 +339,7 @@ def _schema() -> tuple[tuple[str, str | None, Any], ...]:
     for member, attribute, is_date in _ANSWERS:
         if is_date:
             # The ISO member that follows carries the same date.
-            entries += [(member, None, None), (member + "ISO", attribute, _date)]
+            entries += [(member, None, None), (member + "ISO", attribute, datetime.date.fromisoformat)]
         else:
             entries.append((member, attribute, None))
     entries += [(member, attribute, _FLAG_VALUES) for member, attribute in _FLAGS]
@@ -393,7 +386,10 @@ def _values_from_result(result: dict[str, Any]) -> dict[str, Any]:
         elif type(convert) is dict:
             values[attribute] = convert.get(value)
         else:
-            values[attribute] = convert(value)
+            try:
+                values[attribute] = convert(value)
+            except ValueError:  # a date that is no date
+                values[attribute] = None
     return values
 
 
