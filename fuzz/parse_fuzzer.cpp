@@ -1,5 +1,6 @@
-// libFuzzer target: every input is parsed by a reused handle and by a fresh one, then
-// asked every question of the C interface, and parsed once more by the library's driver
+// libFuzzer target: every input is parsed by a reused handle and by a fresh one, strictly
+// and leniently, each time asked every question of the C interface (the result object
+// included), and parsed once more by the library's driver
 // and by the plain one that frames, reads and scores every row in order. Any status the
 // interface does not document, any write past a buffer, any difference between two
 // handles of the same room or between the two drivers, and any sanitizer report is a
@@ -36,16 +37,22 @@ std::string answersOf(SVT_ParserHandle* handle) {
     return all;
 }
 
-// Parses with one handle and asks everything; the symbol size comes from the input.
+// Parses with one handle, strictly and then leniently, and asks everything after each;
+// the symbol size comes from the input.
 std::string parseAndAsk(SVT_ParserHandle* handle, const uint8_t* data, size_t size) {
-    const int status = SVT_parse(handle, data, static_cast<int>(size));
-    if (!orvane::testing::isDocumentedParseStatus(status)) fail("parse status", std::to_string(status));
     const int columns = size > 0 ? data[0] % 40 : 20;
     const int rows = size > 1 ? data[1] % 100 : 15;
     const int level = size > 2 ? data[2] % 10 - 1 : 5;
-    const std::string fault = orvane::testing::askEverything(handle, columns, rows, level);
-    if (!fault.empty()) fail("answer", fault);
-    return std::to_string(status) + '#' + answersOf(handle);
+    std::string all;
+    for (const bool lenient : {false, true}) {
+        const int length = static_cast<int>(size);
+        const int status = lenient ? SVT_parseLenient(handle, data, length) : SVT_parse(handle, data, length);
+        if (!orvane::testing::isDocumentedParseStatus(status)) fail("parse status", std::to_string(status));
+        const std::string fault = orvane::testing::askEverything(handle, columns, rows, level);
+        if (!fault.empty()) fail(lenient ? "lenient answer" : "answer", fault);
+        all += std::to_string(status) + '#' + answersOf(handle) + (lenient ? "" : "||");
+    }
+    return all;
 }
 
 }  // namespace
@@ -71,7 +78,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     SVT_delete(fresh);
     if (size > 0 && sameRoom && first != second) fail("reused and fresh handles differ", first + " / " + second);
     const std::string input(reinterpret_cast<const char*>(data), size);
-    const std::string drivers = orvane::testing::compareDrivers(input, orvane::formatRegistry());
-    if (!drivers.empty()) fail("the driver and the plain driver differ", drivers);
+    for (const auto rows : {orvane::formatRegistry(), orvane::lenientRegistry()}) {
+        const std::string drivers = orvane::testing::compareDrivers(input, rows);
+        if (!drivers.empty()) fail("the driver and the plain driver differ", drivers);
+    }
     return 0;
 }
