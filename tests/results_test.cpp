@@ -206,6 +206,28 @@ TEST(Results, ElementsInDocumentOrder) {
     }
 }
 
+// More elements than the handle lists: those past the list are found by a walk, and the
+// next parse, also one that fails, forgets the list.
+TEST(Results, ElementsPastTheListAndAfterTheNextParse) {
+    std::string elements = "DAQD12345678\nDCSSAMPLE\nDACJORDAN";
+    Lines expected = {"DAQ=D12345678", "DCS=SAMPLE", "DAC=JORDAN"};
+    for (int i = 0; i < 300; ++i) {
+        const std::string id = {'Q', static_cast<char>('A' + i / 26 % 26), static_cast<char>('A' + i % 26)};
+        elements += "\n" + id + std::to_string(i);
+        expected.push_back(id + "=" + std::to_string(i));
+    }
+    HandlePtr h = parsed(barcode({{"DL", elements}}));
+    EXPECT_EQ(elementsOf(h.get()), expected);
+    char value[16];
+    EXPECT_EQ(SVT_getElement(h.get(), "QLN", value, sizeof value), SVT_OK);
+    EXPECT_STREQ(value, "299");
+    ASSERT_EQ(parseInto(h.get(), sample("mrz-passport")), SVT_OK);
+    EXPECT_EQ(elementsOf(h.get()).front(), "documentCode=P");
+    EXPECT_EQ(parseInto(h.get(), "not a document"), SVT_ERR_NOT_RECOGNISED);
+    int count = -1;
+    EXPECT_EQ(SVT_getElementCount(h.get(), &count), SVT_ERR_NO_ANSWER);
+}
+
 TEST(Results, ElementsOfTheArizonaSample) {
     HandlePtr h = parsed(sample("aamva-2013-arizona"));
     const Lines all = elementsOf(h.get());

@@ -105,12 +105,28 @@ int32_t answerSpan(TextSpan value, char* buffer, int32_t capacity) {
     return n < 1 && value.length > 0 ? kErrNoAnswer : kOk;
 }
 
+// Where an element's id and value are answered. A walk may hand out a value it built in a
+// buffer of its own (a card number joined from two places), so the answer is written while
+// the walk is at that element.
+struct ElementAnswer {
+    char* id;  // null: the id is not wanted
+    int32_t idCapacity;
+    char* value;
+    int32_t valueCapacity;
+    int32_t status;
+};
+
+void answerElement(TextSpan id, TextSpan value, ElementAnswer* answer) {
+    const int32_t idStatus = answer->id != nullptr ? answerSpan(id, answer->id, answer->idCapacity) : kOk;
+    const int32_t valueStatus = answerSpan(value, answer->value, answer->valueCapacity);
+    answer->status = idStatus != kOk ? idStatus : valueStatus;
+}
+
 struct ElementSearch {
-    int32_t index;         // the element wanted, or -1 to count them all
-    const char* id;        // or the id wanted
+    int32_t index;   // the element wanted
+    const char* id;  // or, when not null, the first element of this id
     int32_t seen;
-    TextSpan foundId;
-    TextSpan foundValue;
+    ElementAnswer* answer;
     bool found;
 };
 
@@ -119,16 +135,53 @@ bool findElement(void* context, TextSpan id, TextSpan value) {
     const bool wanted = s.id != nullptr ? spanEquals(id, s.id) == 0 : s.seen == s.index;
     ++s.seen;
     if (!wanted) return true;
-    s.foundId = id;
-    s.foundValue = value;
+    answerElement(id, value, s.answer);
     s.found = true;
     return false;
 }
 
-ElementSearch searchElements(const ParserHandle& h, int32_t index, const char* id) {
-    ElementSearch search{index, id, 0, {}, {}, false};
+// Answers the element the search wants; -26 when the document has none such.
+int32_t searchElement(const ParserHandle& h, int32_t index, const char* id, ElementAnswer* answer) {
+    ElementSearch search{index, id, 0, answer, false};
     visitElements(&h.record, keptText(h), findElement, &search);
-    return search;
+    return search.found ? answer->status : kErrNoAnswer;
+}
+
+// Whether a span stays readable after the walk: one into the winner's text or the record.
+bool outlivesWalk(const ParserHandle& h, TextSpan value) {
+    const auto within = [&](const char* from, int32_t length) {
+        return from != nullptr && value.data >= from && value.data + value.length <= from + length;
+    };
+    return value.length == 0 || within(h.keptText, h.keptLength) ||
+           within(h.record.workBuffer, h.record.workCapacity);
+}
+
+struct ListWalk {
+    const ParserHandle* handle;
+    ElementList* list;
+};
+
+// Lists an element; one whose value does not outlive the walk is listed without it (a null
+// value), to be answered by a walk of its own.
+bool listElement(void* context, TextSpan id, TextSpan value) {
+    ListWalk& walk = *static_cast<ListWalk*>(context);
+    ElementList& list = *walk.list;
+    if (list.count < kListedElements) {
+        list.ids[list.count] = id;
+        list.values[list.count] = outlivesWalk(*walk.handle, value) ? value : TextSpan{nullptr, 0};
+    }
+    ++list.count;
+    return true;
+}
+
+const ElementList& elementList(ParserHandle& h) {
+    if (!h.elements.listed) {
+        h.elements.count = 0;
+        ListWalk walk{&h, &h.elements};
+        visitElements(&h.record, keptText(h), listElement, &walk);
+        h.elements.listed = true;
+    }
+    return h.elements;
 }
 
 DateValue parseDay(const ParserHandle& h) {
@@ -163,26 +216,26 @@ SVT_API int SVT_getFieldCount(SVT_ParserHandle* h, int* count) {
 SVT_API int SVT_getElementCount(SVT_ParserHandle* h, int* count) {
     if (count == nullptr) return kErrInvalidArgument;
     if (int32_t status = checkParsed(h)) return status;
-    *count = searchElements(*h, -1, nullptr).seen;
+    *count = elementList(*h).count;
     return kOk;
 }
 
 SVT_API int SVT_getElementAt(SVT_ParserHandle* h, int index, char* id, int idCapacity, char* value, int valueCapacity) {
     if (index < 0 || id == nullptr || idCapacity < 1 || value == nullptr || valueCapacity < 1) return kErrInvalidArgument;
     if (int32_t status = checkParsed(h)) return status;
-    const ElementSearch search = searchElements(*h, index, nullptr);
-    if (!search.found) return kErrNoAnswer;
-    const int32_t idStatus = answerSpan(search.foundId, id, idCapacity);
-    const int32_t valueStatus = answerSpan(search.foundValue, value, valueCapacity);
-    return idStatus != kOk ? idStatus : valueStatus;
+    const ElementList& list = elementList(*h);
+    if (index >= list.count) return kErrNoAnswer;
+    ElementAnswer answer{id, idCapacity, value, valueCapacity, kOk};
+    if (index >= kListedElements || list.values[index].data == nullptr) return searchElement(*h, index, nullptr, &answer);
+    answerElement(list.ids[index], list.values[index], &answer);
+    return answer.status;
 }
 
 SVT_API int SVT_getElement(SVT_ParserHandle* h, const char* id, char* value, int capacity) {
     if (id == nullptr || value == nullptr || capacity < 1) return kErrInvalidArgument;
     if (int32_t status = checkParsed(h)) return status;
-    const ElementSearch search = searchElements(*h, -1, id);
-    if (!search.found) return kErrNoAnswer;
-    return answerSpan(search.foundValue, value, capacity);
+    ElementAnswer answer{nullptr, 0, value, capacity, kOk};
+    return searchElement(*h, -1, id, &answer);
 }
 
 SVT_API int SVT_validateCheckDigits(SVT_ParserHandle* h, int* status) {

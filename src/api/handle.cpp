@@ -79,6 +79,7 @@ void keepWinnerText(ParserHandle* handle, const ParseOutcome& outcome) {
 
 int32_t prepareParse(ParserHandle* handle, int32_t length) {
     if (handle == nullptr) return kErrInvalidArgument;
+    handle->elements.listed = false;
     if (length < 1) {
         // The record stays for the field getters, but the answers about the last parse
         // (status, format, JSON) must not describe an earlier input.
@@ -98,6 +99,7 @@ int32_t parseInto(ParserHandle* handle, std::span<const FormatDescriptor> rows, 
     ParseOutcome* out = outcome != nullptr ? outcome : &own;
     const int32_t status = parseBestFormatOf(rows, data, length, buffers, &handle->record, &handle->clock, out);
     handle->lastStatus = status;
+    handle->elements.listed = false;
     keepWinnerText(handle, *out);
     return status;
 }

@@ -11,6 +11,16 @@
 #include "engine/record.h"
 #include "orvane_parser.h"
 
+// The last parse's raw elements, listed when first asked for, so that reading them one
+// index at a time costs one walk rather than one per index.
+inline constexpr int32_t kListedElements = 256;
+struct ElementList {
+    bool listed;     // false until asked for after a parse
+    int32_t count;   // every element, also those past the list
+    orvane::TextSpan ids[kListedElements];
+    orvane::TextSpan values[kListedElements];
+};
+
 struct SVT_ParserHandle {
     orvane::ParseClock clock;  // parseYear .. parseSecond of the last parse
     orvane::ParsedRecord record;
@@ -26,6 +36,7 @@ struct SVT_ParserHandle {
     const char* keptText;   // the winner's text as framed for it, in the framings
     int32_t keptLength;
     uint32_t repairs;       // what the last parse repaired, a bit per repair
+    ElementList elements;
 };
 
 namespace orvane {
