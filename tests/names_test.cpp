@@ -223,5 +223,38 @@ TEST(NameRules, ChosenByIinFirstThenByJurisdictionCode) {
     EXPECT_EQ(nameRuleForCode(makeSpan("CAX", 2)), nameRuleForCode(makeSpan("CA")));
 }
 
+// A kept rule answers only while the slots it came from stand; any later value in one of
+// them, or a reset, makes the record derive it again.
+TEST(NameRules, KeptRuleFollowsLaterValues) {
+    struct Case {
+        const char* what;
+        FieldId id;
+        const char* value;
+        const char* code;
+    };
+    const Case cases[] = {
+        {"iin of another jurisdiction", field::iin, "636020", "CO"},
+        {"jurisdiction code", field::jurisdictionCode, "AL", "AL"},
+        {"same code written again", field::jurisdictionCode, "CA", "CA"},
+        {"residence beside the code", field::residenceJurisdictionCode, "AL", "CA"},
+        {"unknown iin", field::iin, "123456", "CA"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        RecordWithBuffer r;
+        setFieldLiteral(r.get(), field::jurisdictionCode, "CA");
+        rememberNameRule(r.get());
+        EXPECT_STREQ(nameRuleFor(r.get())->jurisdictionCode, "CA");
+        setFieldLiteral(r.get(), c.id, c.value);
+        EXPECT_STREQ(nameRuleFor(r.get())->jurisdictionCode, c.code);
+    }
+    RecordWithBuffer r;
+    setFieldLiteral(r.get(), field::iin, "636033");
+    rememberNameRule(r.get());
+    resetRecord(r.get());
+    EXPECT_EQ(r.get()->nameRule.rule, nullptr);
+    EXPECT_STREQ(nameRuleFor(r.get())->jurisdictionCode, "");
+}
+
 }  // namespace
 }  // namespace orvane

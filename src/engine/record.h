@@ -32,6 +32,18 @@ struct DateValue {
     int32_t second;
 };
 
+struct NameRule;
+
+// The jurisdiction's name rule as the driver found it once the parse was over, with the
+// slots it was derived from: every name answer asks for it, and a record changed since
+// no longer matches them and derives it afresh.
+struct NameRuleMemo {
+    const NameRule* rule;  // null: none kept
+    FieldSlot iin;
+    FieldSlot jurisdictionCode;
+    FieldSlot residenceJurisdictionCode;
+};
+
 struct ParsedRecord {
     uint32_t formatGroup;  // 6 after a reset: no format
     uint32_t formatId;     // 68 after a reset: no format
@@ -42,6 +54,7 @@ struct ParsedRecord {
     // Bit i: a setter wrote slot i since the last reset. Every other slot is empty, so a
     // reset clears and a count looks at these slots only.
     uint64_t touched[(kFieldCount + 63) / 64];
+    NameRuleMemo nameRule;
 };
 
 inline void markTouched(ParsedRecord* record, FieldId id) { record->touched[id >> 6] |= uint64_t{1} << (id & 63); }
@@ -210,6 +223,16 @@ inline void moveValueBytes(char* dst, const char* src, int32_t n) {
     }
 }
 
+// The Z form of copyBySets, for callers whose sets are built at compile time.
+inline int32_t copyBySetsZ(char* dst, int32_t cap, TextSpan span, const ByteSet& replaced, const ByteSet& collapsed,
+                           char replaceChar) {
+    if (dst == nullptr || cap < 2 || !spanUsable(span)) return 0;
+    const int32_t written = copyBySets(dst, cap - 1, span, replaced, collapsed, replaceChar);
+    if (written < 1) return 0;
+    dst[written] = '\0';
+    return written + 1;
+}
+
 // copyFilteredZ: the copy with nothing filtered, the usual one, is written out here.
 inline int32_t copyFilteredZ(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
                              const char* collapseSet, char replaceChar) {
@@ -217,10 +240,7 @@ inline int32_t copyFilteredZ(char* dst, int32_t cap, TextSpan span, const char* 
     if (dst == nullptr || cap < 2 || !spanUsable(span)) return 0;
     if (filtered) {
         // The sets of a call with literal strings are built where the call is written.
-        const int32_t written = copyBySets(dst, cap - 1, span, byteSetOf(replaceSet), byteSetOf(collapseSet), replaceChar);
-        if (written < 1) return 0;
-        dst[written] = '\0';
-        return written + 1;
+        return copyBySetsZ(dst, cap, span, byteSetOf(replaceSet), byteSetOf(collapseSet), replaceChar);
     }
     const int32_t n = span.length < cap - 1 ? span.length : cap - 1;
     moveValueBytes(dst, span.data, n);

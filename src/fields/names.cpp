@@ -35,11 +35,14 @@ constexpr int32_t kNameWords = 8;
 constexpr int32_t kSuffixWords = 16;
 constexpr FieldId kJurisdictionSlots[] = {field::jurisdictionCode, field::residenceJurisdictionCode};
 
-// The middle-name slot keeps its words but not its commas.
-constexpr const char* kCommas = ",";
-constexpr const char* kCommasAndBlanks = ", ";
+// The middle-name slot keeps its words but not its commas. The sets are built here, as
+// the copies that use them are not written out where they are called.
+constexpr ByteSet kCommas = byteSetOf(",");
+constexpr ByteSet kCommasAndBlanks = byteSetOf(", ");
+constexpr ByteSet kNoBytes = byteSetOf(nullptr);
+constexpr ByteSet kBlanks = byteSetOf(kBlank);
 // The whole name answered as the full name reads with blanks for its separators.
-constexpr const char* kFullNameSeparators = "$@,";
+constexpr ByteSet kFullNameSeparators = byteSetOf("$@,");
 
 using NameWorker = int32_t (*)(const ParsedRecord* record, char* buffer, int32_t capacity);
 
@@ -88,7 +91,7 @@ int32_t answerJoined(const TextSpan* words, int32_t count, char* buffer, int32_t
 int32_t answerMiddleText(TextSpan value, char* buffer, int32_t capacity) {
     trimIf(&value, isWhiteSpace);
     return answerFromCopy(
-        copyFilteredZ(buffer, capacity, value, kCommas, kCommasAndBlanks, ' '));
+        copyBySetsZ(buffer, capacity, value, kCommas, kCommasAndBlanks, ' '));
 }
 
 bool hookAnswers(NameHook hook, const ParsedRecord* record, char* buffer, int32_t capacity) {
@@ -181,10 +184,12 @@ int32_t removeNameSuffixes(TextSpan* words, int32_t count) {
     return kept;
 }
 
+namespace {
+
 // The rule of the jurisdiction that the IIN answer names, else of the jurisdiction code
-// answer, else the fallback. Every name answer asks, so the two answers are taken from
-// the slots as the workers would give them, without copying them into scratch buffers.
-const NameRule* nameRuleFor(const ParsedRecord* record) {
+// answer, else the fallback. The two answers are taken from the slots as the workers
+// would give them, without copying them into scratch buffers.
+const NameRule* deriveNameRule(const ParsedRecord* record) {
     const NameRule* fallback = nameRuleForCode(TextSpan{nullptr, 0});
     if (record == nullptr || record->workBuffer == nullptr || record->workCapacity < 1) return fallback;
     // What getIIN answers: the IIN as read when the table knows it, else the jurisdiction's.
@@ -210,6 +215,33 @@ const NameRule* nameRuleFor(const ParsedRecord* record) {
         return nameRuleForCode(code);
     }
     return readIssuer != nullptr ? nameRuleForCode(makeSpan(readIssuer)) : fallback;
+}
+
+bool sameSlot(FieldSlot a, FieldSlot b) { return a.data == b.data && a.length == b.length; }
+
+NameRuleMemo memoFor(const ParsedRecord* record, const NameRule* rule) {
+    return NameRuleMemo{rule, record->fields[field::iin], record->fields[field::jurisdictionCode],
+                        record->fields[field::residenceJurisdictionCode]};
+}
+
+// Whether the record's slots that name the rule are those it was kept with.
+bool memoHolds(const ParsedRecord* record) {
+    const NameRuleMemo& memo = record->nameRule;
+    const NameRuleMemo now = memoFor(record, memo.rule);
+    return memo.rule != nullptr && sameSlot(memo.iin, now.iin) && sameSlot(memo.jurisdictionCode, now.jurisdictionCode) &&
+           sameSlot(memo.residenceJurisdictionCode, now.residenceJurisdictionCode);
+}
+
+}  // namespace
+
+const NameRule* nameRuleFor(const ParsedRecord* record) {
+    if (record != nullptr && memoHolds(record)) return record->nameRule.rule;
+    return deriveNameRule(record);
+}
+
+void rememberNameRule(ParsedRecord* record) {
+    if (record == nullptr) return;
+    record->nameRule = memoFor(record, deriveNameRule(record));
 }
 
 namespace {
@@ -290,7 +322,7 @@ int32_t lastNameOfWholeName(TextSpan wholeName, char* buffer, int32_t capacity) 
     if (cutNameParts(wholeName, parts) >= 2) {
         TextSpan last = parts[0];
         trimIf(&last, isWhiteSpace);
-        return answerFromCopy(copyFilteredZ(buffer, capacity, last, nullptr, kBlank, '\0'));
+        return answerFromCopy(copyBySetsZ(buffer, capacity, last, kNoBytes, kBlanks, '\0'));
     }
     TextSpan words[kNameWords];
     const int32_t count = removeNameSuffixes(words, cutWords(wholeName, words, kNameWords, kBlank));
@@ -411,7 +443,7 @@ int32_t getFullName(const ParsedRecord* record, char* buffer, int32_t capacity) 
     trimSet(&whole, kTokenEdgeSet);
     // Deliberately one character shorter than the other answers: capacity - 2 at most.
     return answerFromCopy(
-        copyFilteredZ(buffer, capacity - 1, whole, kFullNameSeparators, kBlank, ' '));
+        copyBySetsZ(buffer, capacity - 1, whole, kFullNameSeparators, kBlanks, ' '));
 }
 
 }  // namespace orvane

@@ -50,6 +50,8 @@ std::span<const NameRule> nameRuleTable();
 const NameRule* nameRuleForCode(TextSpan code);
 // The row of the record's jurisdiction, by IIN first, then by jurisdiction code; never null.
 const NameRule* nameRuleFor(const ParsedRecord* record);
+// Keeps the record's rule in it, for a record that no reader will change any more.
+void rememberNameRule(ParsedRecord* record);
 
 // Whether a word is one of the generational suffixes (or MD, PHD), exactly.
 bool isNameSuffix(TextSpan word);
