@@ -156,6 +156,37 @@ constexpr ByteSet byteSetOf(const char* set) {
     return s;
 }
 
+// A set as one flag per byte value: a byte is tested with one load, for the loops over
+// short texts that test every byte. Built at compile time.
+struct ByteTable {
+    bool member[256];
+    constexpr bool has(char c) const { return member[static_cast<unsigned char>(c)]; }
+};
+constexpr ByteTable byteTableOf(const char* set) {
+    ByteTable t{};
+    for (const char* p = set; p != nullptr && *p != '\0'; ++p) t.member[static_cast<unsigned char>(*p)] = true;
+    return t;
+}
+
+// copyBySetsZ over tables, for the answers that copy short values.
+inline int32_t copyByTablesZ(char* dst, int32_t cap, TextSpan span, const ByteTable& replaced,
+                             const ByteTable& collapsed, char replaceChar) {
+    if (dst == nullptr || cap < 2 || !spanUsable(span)) return 0;
+    int32_t written = 0;
+    for (int32_t i = 0; i < span.length && written < cap - 1; ++i) {
+        char c = span.data[i];
+        if (replaced.has(c)) {
+            if (replaceChar == '\0') continue;
+            c = replaceChar;
+        }
+        if (written > 0 && dst[written - 1] == c && collapsed.has(c)) continue;
+        dst[written++] = c;
+    }
+    if (written < 1) return 0;
+    dst[written] = '\0';
+    return written + 1;
+}
+
 // The filtered copy of copyFiltered, for sets as bits: replaced bytes become the
 // replacement (or are dropped for NUL), then a byte of the collapse set equal to the
 // last written one is left out. dst and cap are valid and the span usable.
