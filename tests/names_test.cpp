@@ -56,6 +56,33 @@ TEST(CleanName, DropsSuffixesPlaceholdersAndEdges) {
     EXPECT_STREQ(unterminated, "JOHN PA");
 }
 
+// The name ends at its NUL or where the capacity cuts it, whatever follows.
+TEST(CleanName, EndsAtTheTerminatorOrTheCapacity) {
+    struct Case {
+        std::string bytes;  // the buffer's bytes, the NUL included when there is one
+        int32_t capacity;
+        const char* cleaned;
+    };
+    const Case cases[] = {
+        {std::string("JOHN\0JR X", 10), 10, "JOHN"},
+        {std::string("JOHN \0PAUL", 10), 10, "JOHN"},
+        {std::string("JOHN PAUL", 9), 6, "JOHN"},  // cut just after the blank
+        {std::string("JOHN PAUL", 9), 7, "JOHN P"},
+        {std::string("JOHN JR", 7), 7, "JOHN J"},  // the cut leaves no suffix
+        {std::string("JOHN JR", 7), 8, "JOHN"},
+        {std::string("JOHN,PAUL", 9), 5, "JOHN"},
+        {std::string("NONE!", 5), 5, kNone},
+        {std::string("\0JOHN", 5), 5, kNone},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.bytes + " in " + std::to_string(c.capacity));
+        std::vector<char> buffer(c.bytes.begin(), c.bytes.end());
+        buffer.resize(static_cast<size_t>(c.capacity), 'Z');
+        EXPECT_EQ(cleanName(buffer.data(), c.capacity), c.cleaned == kNone ? kErrNoAnswer : kOk);
+        EXPECT_STREQ(buffer.data(), c.cleaned == kNone ? "" : c.cleaned);
+    }
+}
+
 // Whole names as the generic rules read them; California reads every one of them alike.
 struct WholeNameCase {
     const char* whole;

@@ -44,6 +44,7 @@ constexpr ByteTable kBlanks = byteTableOf(kBlank);
 // The whole name answered as the full name reads with blanks for its separators.
 constexpr ByteTable kFullNameSeparators = byteTableOf("$@,");
 constexpr ByteTable kTokenEdges = byteTableOf(kTokenEdgeSet);
+constexpr ByteTable kLetters = byteTableOf("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
 
 using NameWorker = int32_t (*)(const ParsedRecord* record, char* buffer, int32_t capacity);
 
@@ -266,33 +267,39 @@ namespace {
 
 // Whether cleaning would leave the name as it stands: at most as many words as it keeps,
 // letters parted by single blanks, with no suffix after the first word and no placeholder.
-bool isCleanName(const char* text, int32_t length) {
-    if (length < 1) return false;
-    auto isLetter = [](char c) { return static_cast<unsigned>((static_cast<unsigned char>(c) | 0x20) - 'a') < 26u; };
+// The name ends at its NUL or at max; its length is measured on the way.
+bool isCleanName(const char* text, int32_t max, int32_t* length) {
     int32_t words = 0;
-    for (int32_t i = 0;; ++i) {
+    bool clean = true;
+    int32_t i = 0;
+    for (;; ++i) {
         const int32_t wordStart = i;
-        while (i < length && isLetter(text[i])) ++i;
+        while (i < max && kLetters.has(text[i])) ++i;
         const TextSpan word{text + wordStart, i - wordStart};
-        if (word.length < 1 || ++words > kCleanWords) return false;  // a blank at either end or two together
-        // Of the placeholders only "NONE" is made of letters.
-        const bool placeholder = word.length == 4 && std::memcmp(word.data, "NONE", 4) == 0;
-        if ((wordStart > 0 && isNameSuffix(word)) || placeholder) return false;
-        if (i == length) return true;
-        if (text[i] != ' ') return false;
+        // A blank at either end or two together, too many words, a suffix after the
+        // first word or the placeholder (of the placeholders only "NONE" is made of letters).
+        if (word.length < 1 || ++words > kCleanWords || (wordStart > 0 && isNameSuffix(word)) ||
+            (word.length == 4 && std::memcmp(word.data, "NONE", 4) == 0)) {
+            clean = false;
+        }
+        if (i == max || text[i] != ' ') break;
     }
+    if (i < max && text[i] != '\0') clean = false;
+    while (i < max && text[i] != '\0') ++i;
+    *length = i;
+    return clean;
 }
 
 }  // namespace
 
 int32_t cleanName(char* buffer, int32_t capacity) {
     if (buffer == nullptr || capacity < 1) return kErrInvalidArgument;
-    const size_t length = strnlen(buffer, static_cast<size_t>(capacity - 1));
-    if (isCleanName(buffer, static_cast<int32_t>(length))) {
+    int32_t length = 0;
+    if (isCleanName(buffer, capacity - 1, &length)) {
         buffer[length] = '\0';
         return kOk;
     }
-    const TextSpan text = makeSpan(buffer, static_cast<int32_t>(length));
+    const TextSpan text = makeSpan(buffer, length);
     TextSpan words[kCleanWords];
     int32_t count = dropTrailingSuffixes(words, cutWords(text, words, kCleanWords, kWordBreaks));
     count = removeWords(words, count, kNamePlaceholders, kPlaceholderCount);
