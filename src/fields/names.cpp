@@ -290,15 +290,9 @@ bool isCleanName(const char* text, int32_t max, int32_t* length) {
     return clean;
 }
 
-}  // namespace
-
-int32_t cleanName(char* buffer, int32_t capacity) {
-    if (buffer == nullptr || capacity < 1) return kErrInvalidArgument;
-    int32_t length = 0;
-    if (isCleanName(buffer, capacity - 1, &length)) {
-        buffer[length] = '\0';
-        return kOk;
-    }
+// cleanName of a name that is not clean already; kept out of line, so that the usual
+// clean name costs no stack frame.
+[[gnu::noinline]] int32_t cleanUncleanName(char* buffer, int32_t capacity, int32_t length) {
     const TextSpan text = makeSpan(buffer, length);
     TextSpan words[kCleanWords];
     int32_t count = dropTrailingSuffixes(words, cutWords(text, words, kCleanWords, kWordBreaks));
@@ -309,6 +303,16 @@ int32_t cleanName(char* buffer, int32_t capacity) {
     if (joinSpansZ(buffer, capacity, words, count, kBlank, nullptr, nullptr, '\0') > 0) return kOk;
     buffer[0] = '\0';
     return kErrNoAnswer;
+}
+
+}  // namespace
+
+int32_t cleanName(char* buffer, int32_t capacity) {
+    if (buffer == nullptr || capacity < 1) return kErrInvalidArgument;
+    int32_t length = 0;
+    if (!isCleanName(buffer, capacity - 1, &length)) return cleanUncleanName(buffer, capacity, length);
+    buffer[length] = '\0';
+    return kOk;
 }
 
 int32_t firstNameOfWholeName(TextSpan wholeName, char* buffer, int32_t capacity) {
@@ -422,6 +426,22 @@ int32_t getLastName(const ParsedRecord* record, char* buffer, int32_t capacity) 
     return lastNameOfWholeName(value, buffer, capacity);
 }
 
+namespace {
+
+// The first suffix among the first words of the text, one at a time. Deliberately never
+// takes a suffix from a word that opens the text: IV SMITH has none.
+int32_t answerSuffixWord(TextSpan source, char* buffer, int32_t capacity) {
+    TextSpan word;
+    int32_t at = 0;
+    for (int32_t seen = 0; seen < kSuffixWords && at < source.length && nextWord(source, at, kGivenNameBreaks, &word, &at);
+         ++seen) {
+        if (word.data != source.data && isNameSuffix(word)) return answerAsIs(word, buffer, capacity);
+    }
+    return kErrNoAnswer;
+}
+
+}  // namespace
+
 int32_t getNameSuffix(const ParsedRecord* record, char* buffer, int32_t capacity) {
     if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
     buffer[0] = '\0';
@@ -439,14 +459,7 @@ int32_t getNameSuffix(const ParsedRecord* record, char* buffer, int32_t capacity
         readField(record, field::lastName, &source) != kOk) {
         return kErrNoAnswer;
     }
-    TextSpan words[kSuffixWords];
-    const int32_t count = cutWords(source, words, kSuffixWords, kGivenNameBreaks);
-    // Deliberately never takes a suffix from a word that opens the text: IV SMITH has none.
-    const int32_t start = (count > 0 && words[0].data == source.data) ? 1 : 0;
-    for (int32_t i = start; i < count; ++i) {
-        if (isNameSuffix(words[i])) return answerAsIs(words[i], buffer, capacity);
-    }
-    return kErrNoAnswer;
+    return answerSuffixWord(source, buffer, capacity);
 }
 
 int32_t getNamePrefix(const ParsedRecord* record, char* buffer, int32_t capacity) {
