@@ -84,6 +84,27 @@ TEST(DateWorkers, EachAnswersItsSlot) {
     });
 }
 
+// The workers move the digits of a year-first date into place; what they answer must be
+// what reading the stored text and formatting it gives, for every kind of stored text.
+TEST(DateWorkers, AnswerWhatReadingAndFormattingGive) {
+    const char* const stored[] = {
+        "19991231", "00010101", "99991231", "20240229", "20231301", "20230001", "20230100", "20230132",
+        "12011990", "01152020", "13011990", "01011799", "1999123",  "1999-12-31", "19991231X", "2O240101",
+        "00000000", "99999999", "12319999", " 1991231", "+1991231", "01 51990"};
+    for (const char* text : stored) {
+        for (int32_t capacity : {10, 11, 12, 64}) {
+            SCOPED_TRACE(std::string(text) + " in " + std::to_string(capacity));
+            DateValue date{};
+            std::string expected = "#-26";
+            char formattedDate[16] = {};
+            if (readDate(makeSpan(text), &date) == kOk && formatDate(&date, formattedDate, capacity - 1) == 10) {
+                expected = std::string(formattedDate, 10);
+            }
+            EXPECT_EQ(testing::ask(getExpirationDate, {{field::expirationDate, text}}, capacity), expected);
+        }
+    }
+}
+
 TEST(DateWorkers, BirthdatePrefersTheFirstSlotEvenWhenItDoesNotRead) {
     RecordWithBuffer r;
     DateValue date{};

@@ -56,6 +56,33 @@ TEST(CleanName, DropsSuffixesPlaceholdersAndEdges) {
     EXPECT_STREQ(unterminated, "JOHN PA");
 }
 
+// The name ends at its NUL or where the capacity cuts it, whatever follows.
+TEST(CleanName, EndsAtTheTerminatorOrTheCapacity) {
+    struct Case {
+        std::string bytes;  // the buffer's bytes, the NUL included when there is one
+        int32_t capacity;
+        const char* cleaned;
+    };
+    const Case cases[] = {
+        {std::string("JOHN\0JR X", 10), 10, "JOHN"},
+        {std::string("JOHN \0PAUL", 10), 10, "JOHN"},
+        {std::string("JOHN PAUL", 9), 6, "JOHN"},  // cut just after the blank
+        {std::string("JOHN PAUL", 9), 7, "JOHN P"},
+        {std::string("JOHN JR", 7), 7, "JOHN J"},  // the cut leaves no suffix
+        {std::string("JOHN JR", 7), 8, "JOHN"},
+        {std::string("JOHN,PAUL", 9), 5, "JOHN"},
+        {std::string("NONE!", 5), 5, kNone},
+        {std::string("\0JOHN", 5), 5, kNone},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.bytes + " in " + std::to_string(c.capacity));
+        std::vector<char> buffer(c.bytes.begin(), c.bytes.end());
+        buffer.resize(static_cast<size_t>(c.capacity), 'Z');
+        EXPECT_EQ(cleanName(buffer.data(), c.capacity), c.cleaned == kNone ? kErrNoAnswer : kOk);
+        EXPECT_STREQ(buffer.data(), c.cleaned == kNone ? "" : c.cleaned);
+    }
+}
+
 // Whole names as the generic rules read them; California reads every one of them alike.
 struct WholeNameCase {
     const char* whole;
@@ -221,6 +248,39 @@ TEST(NameRules, ChosenByIinFirstThenByJurisdictionCode) {
     }
     EXPECT_EQ(nameRuleFor(nullptr), &nameRuleTable()[0]);
     EXPECT_EQ(nameRuleForCode(makeSpan("CAX", 2)), nameRuleForCode(makeSpan("CA")));
+}
+
+// A kept rule answers only while the slots it came from stand; any later value in one of
+// them, or a reset, makes the record derive it again.
+TEST(NameRules, KeptRuleFollowsLaterValues) {
+    struct Case {
+        const char* what;
+        FieldId id;
+        const char* value;
+        const char* code;
+    };
+    const Case cases[] = {
+        {"iin of another jurisdiction", field::iin, "636020", "CO"},
+        {"jurisdiction code", field::jurisdictionCode, "AL", "AL"},
+        {"same code written again", field::jurisdictionCode, "CA", "CA"},
+        {"residence beside the code", field::residenceJurisdictionCode, "AL", "CA"},
+        {"unknown iin", field::iin, "123456", "CA"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        RecordWithBuffer r;
+        setFieldLiteral(r.get(), field::jurisdictionCode, "CA");
+        rememberNameRule(r.get());
+        EXPECT_STREQ(nameRuleFor(r.get())->jurisdictionCode, "CA");
+        setFieldLiteral(r.get(), c.id, c.value);
+        EXPECT_STREQ(nameRuleFor(r.get())->jurisdictionCode, c.code);
+    }
+    RecordWithBuffer r;
+    setFieldLiteral(r.get(), field::iin, "636033");
+    rememberNameRule(r.get());
+    resetRecord(r.get());
+    EXPECT_EQ(r.get()->nameRule.rule, nullptr);
+    EXPECT_STREQ(nameRuleFor(r.get())->jurisdictionCode, "");
 }
 
 }  // namespace

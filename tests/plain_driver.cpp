@@ -118,6 +118,8 @@ std::string compareDrivers(const std::string& input, std::span<const FormatDescr
     const int32_t fastStatus = parseBestFormatOf(rows, input.data(), static_cast<int32_t>(input.size()), buffers, &fast,
                                                  &clock);
     if (plainStatus != fastStatus) return "status " + std::to_string(plainStatus) + " / " + std::to_string(fastStatus);
+    // The rule a won parse keeps must be the one its record would derive.
+    if (fastStatus == kOk && fast.nameRule.rule != nameRuleFor(&plain)) return "kept name rule";
     return compareRecords(plain, fast);
 }
 

@@ -441,6 +441,7 @@ int32_t parseBestFormatOf(std::span<const FormatDescriptor> rows, const void* da
     record->formatGroup = best.formatGroup;
     record->formatId = best.formatId;
     sanitizeWorkBuffer(record);
+    rememberNameRule(record);
     if (outcome != nullptr) {
         *outcome = ParseOutcome{bestRow, bestScore, nullptr, 0};
         outcome->text = textForRow(run, best, &outcome->length);

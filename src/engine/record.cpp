@@ -197,6 +197,7 @@ int32_t resetRecord(ParsedRecord* record) {
     }
     record->formatGroup = kNoFormatGroup;
     record->formatId = kNoFormatId;
+    record->nameRule.rule = nullptr;
     for (int word = 0; word < static_cast<int>(std::size(record->touched)); ++word) {
         for (uint64_t bits = record->touched[word]; bits != 0; bits &= bits - 1) {
             record->fields[word * 64 + std::countr_zero(bits)] = FieldSlot{nullptr, 0};
@@ -219,6 +220,7 @@ int32_t attachWorkBuffer(ParsedRecord* record, char* buffer, int32_t capacity) {
     // A record met for the first time may hold anything: every slot is cleared.
     std::memset(record->fields, 0, sizeof record->fields);
     std::memset(record->touched, 0, sizeof record->touched);
+    record->nameRule = NameRuleMemo{};
     record->workUsed = 0;
     return resetRecord(record);
 }

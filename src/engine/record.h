@@ -32,6 +32,18 @@ struct DateValue {
     int32_t second;
 };
 
+struct NameRule;
+
+// The jurisdiction's name rule as the driver found it once the parse was over, with the
+// slots it was derived from: every name answer asks for it, and a record changed since
+// no longer matches them and derives it afresh.
+struct NameRuleMemo {
+    const NameRule* rule;  // null: none kept
+    FieldSlot iin;
+    FieldSlot jurisdictionCode;
+    FieldSlot residenceJurisdictionCode;
+};
+
 struct ParsedRecord {
     uint32_t formatGroup;  // 6 after a reset: no format
     uint32_t formatId;     // 68 after a reset: no format
@@ -42,6 +54,7 @@ struct ParsedRecord {
     // Bit i: a setter wrote slot i since the last reset. Every other slot is empty, so a
     // reset clears and a count looks at these slots only.
     uint64_t touched[(kFieldCount + 63) / 64];
+    NameRuleMemo nameRule;
 };
 
 inline void markTouched(ParsedRecord* record, FieldId id) { record->touched[id >> 6] |= uint64_t{1} << (id & 63); }
@@ -143,6 +156,37 @@ constexpr ByteSet byteSetOf(const char* set) {
     return s;
 }
 
+// A set as one flag per byte value: a byte is tested with one load, for the loops over
+// short texts that test every byte. Built at compile time.
+struct ByteTable {
+    bool member[256];
+    constexpr bool has(char c) const { return member[static_cast<unsigned char>(c)]; }
+};
+constexpr ByteTable byteTableOf(const char* set) {
+    ByteTable t{};
+    for (const char* p = set; p != nullptr && *p != '\0'; ++p) t.member[static_cast<unsigned char>(*p)] = true;
+    return t;
+}
+
+// copyBySetsZ over tables, for the answers that copy short values.
+inline int32_t copyByTablesZ(char* dst, int32_t cap, TextSpan span, const ByteTable& replaced,
+                             const ByteTable& collapsed, char replaceChar) {
+    if (dst == nullptr || cap < 2 || !spanUsable(span)) return 0;
+    int32_t written = 0;
+    for (int32_t i = 0; i < span.length && written < cap - 1; ++i) {
+        char c = span.data[i];
+        if (replaced.has(c)) {
+            if (replaceChar == '\0') continue;
+            c = replaceChar;
+        }
+        if (written > 0 && dst[written - 1] == c && collapsed.has(c)) continue;
+        dst[written++] = c;
+    }
+    if (written < 1) return 0;
+    dst[written] = '\0';
+    return written + 1;
+}
+
 // The filtered copy of copyFiltered, for sets as bits: replaced bytes become the
 // replacement (or are dropped for NUL), then a byte of the collapse set equal to the
 // last written one is left out. dst and cap are valid and the span usable.
@@ -210,6 +254,16 @@ inline void moveValueBytes(char* dst, const char* src, int32_t n) {
     }
 }
 
+// The Z form of copyBySets, for callers whose sets are built at compile time.
+inline int32_t copyBySetsZ(char* dst, int32_t cap, TextSpan span, const ByteSet& replaced, const ByteSet& collapsed,
+                           char replaceChar) {
+    if (dst == nullptr || cap < 2 || !spanUsable(span)) return 0;
+    const int32_t written = copyBySets(dst, cap - 1, span, replaced, collapsed, replaceChar);
+    if (written < 1) return 0;
+    dst[written] = '\0';
+    return written + 1;
+}
+
 // copyFilteredZ: the copy with nothing filtered, the usual one, is written out here.
 inline int32_t copyFilteredZ(char* dst, int32_t cap, TextSpan span, const char* replaceSet,
                              const char* collapseSet, char replaceChar) {
@@ -217,10 +271,7 @@ inline int32_t copyFilteredZ(char* dst, int32_t cap, TextSpan span, const char* 
     if (dst == nullptr || cap < 2 || !spanUsable(span)) return 0;
     if (filtered) {
         // The sets of a call with literal strings are built where the call is written.
-        const int32_t written = copyBySets(dst, cap - 1, span, byteSetOf(replaceSet), byteSetOf(collapseSet), replaceChar);
-        if (written < 1) return 0;
-        dst[written] = '\0';
-        return written + 1;
+        return copyBySetsZ(dst, cap, span, byteSetOf(replaceSet), byteSetOf(collapseSet), replaceChar);
     }
     const int32_t n = span.length < cap - 1 ? span.length : cap - 1;
     moveValueBytes(dst, span.data, n);

@@ -107,18 +107,22 @@ int32_t getLicenseNumber(const ParsedRecord* record, char* buffer, int32_t capac
 }
 
 int32_t getPostalCode(const ParsedRecord* record, char* buffer, int32_t capacity) {
+    // Runs of blanks or commas in a stored postal text, of blanks in one cut from an
+    // address, become one.
+    static constexpr ByteSet kStoredDropped = byteSetOf(" ,");
+    static constexpr ByteSet kCutDropped = byteSetOf(" ");
     if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
     const NameRule* rule = nameRuleFor(record);
     TextSpan postal;
     if (firstFilledField(record, kPostalSlots, &postal) == kOk) {
         if (rule->postalCodeHook != nullptr) return rule->postalCodeHook(postal, buffer, capacity);
-        return answerFromCopy(copyFilteredZ(buffer, capacity, postal, nullptr, " ,", '\0'));
+        return answerFromCopy(copyBySetsZ(buffer, capacity, postal, ByteSet{}, kStoredDropped, '\0'));
     }
     TextSpan address;
     if (firstFilledField(record, kAddress1Slots, &address) != kOk) return kErrNoAnswer;
     if (postalTextOfAddress(record, address, buffer, capacity, &postal) != kOk) return kErrNoAnswer;
     if (rule->postalCodeHook != nullptr) return rule->postalCodeHook(postal, buffer, capacity);
-    return answerFromCopy(copyFilteredZ(buffer, capacity, postal, nullptr, " ", '\0'));
+    return answerFromCopy(copyBySetsZ(buffer, capacity, postal, ByteSet{}, kCutDropped, '\0'));
 }
 
 int32_t usPostalCode(TextSpan postal, char* buffer, int32_t capacity) {

@@ -594,7 +594,7 @@ constexpr CodeIndex kJurisdictionsByCode = indexCodes(kJurisdictionRows, 0, std:
 constexpr CodeIndex kFirstGroupByCode = indexCodes(kIinRows, 0, kFirstGroupSize);
 constexpr CodeIndex kMainGroupByCode = indexCodes(kIinRows, kFirstGroupSize, kMainGroupSize);
 
-constexpr uint32_t kTextSlots = 512;
+constexpr uint32_t kTextSlots = 1024;
 struct TextIndex {
     int16_t row[kTextSlots];
 };

@@ -41,12 +41,28 @@ bool readMonthFirst(const char* text, DateValue* out) {
     return true;
 }
 
+// Eight digits that read year first, as the readers store dates, are answered with their
+// own digits moved into place: what reading and formatting them would give.
+bool answerYearFirstDigits(TextSpan stored, char* buffer, int32_t room) {
+    if (room < kFormattedDateLength || stored.length < kStoredDateLength) return false;
+    const char* t = stored.data;
+    if (!allDigits(t, kStoredDateLength)) return false;
+    const int32_t month = (t[4] - '0') * 10 + (t[5] - '0');
+    const int32_t day = (t[6] - '0') * 10 + (t[7] - '0');
+    if (!dayAndMonthInRange(day, month)) return false;
+    const char text[kFormattedDateLength] = {t[4], t[5], '/', t[6], t[7], '/', t[0], t[1], t[2], t[3]};
+    std::memcpy(buffer, text, kFormattedDateLength);
+    buffer[kFormattedDateLength] = '\0';
+    return true;
+}
+
 // Answers the date stored in the first filled of the slots as MM/DD/YYYY.
 int32_t answerStoredDate(const ParsedRecord* record, const FieldId* ids, int32_t count,
                          char* buffer, int32_t capacity) {
     if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
     TextSpan stored;
     if (firstFilledField(record, ids, count, &stored) != kOk) return kErrNoAnswer;
+    if (answerYearFirstDigits(stored, buffer, capacity - 1)) return kOk;
     DateValue date;
     if (readDate(stored, &date) != kOk) return kErrNoAnswer;
     const int32_t written = formatDate(&date, buffer, capacity - 1);

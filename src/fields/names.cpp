@@ -35,16 +35,57 @@ constexpr int32_t kNameWords = 8;
 constexpr int32_t kSuffixWords = 16;
 constexpr FieldId kJurisdictionSlots[] = {field::jurisdictionCode, field::residenceJurisdictionCode};
 
-// The middle-name slot keeps its words but not its commas.
-constexpr const char* kCommas = ",";
-constexpr const char* kCommasAndBlanks = ", ";
+// The middle-name slot keeps its words but not its commas. The sets are built here, as
+// the copies that use them are not written out where they are called.
+constexpr ByteTable kCommas = byteTableOf(",");
+constexpr ByteTable kCommasAndBlanks = byteTableOf(", ");
+constexpr ByteTable kNoBytes = byteTableOf(nullptr);
+constexpr ByteTable kBlanks = byteTableOf(kBlank);
 // The whole name answered as the full name reads with blanks for its separators.
-constexpr const char* kFullNameSeparators = "$@,";
+constexpr ByteTable kFullNameSeparators = byteTableOf("$@,");
+constexpr ByteTable kTokenEdges = byteTableOf(kTokenEdgeSet);
+constexpr ByteTable kLetters = byteTableOf("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
 
 using NameWorker = int32_t (*)(const ParsedRecord* record, char* buffer, int32_t capacity);
 
-int32_t cutWords(TextSpan text, TextSpan* words, int32_t max, const char* delimiters) {
-    return splitTokens(text, words, max, delimiters, kSkipEmptyTokens);
+// The delimiter sets of the cuts below, built at compile time.
+constexpr ByteTable kPartBreaks = byteTableOf(kPartDelimiters);
+constexpr ByteTable kWordBreaks = byteTableOf(kWordDelimiters);
+constexpr ByteTable kGivenNameBreaks = byteTableOf(kGivenNameDelimiters);
+constexpr ByteTable kBlankBreaks = byteTableOf(kBlank);
+
+// trimSet over a table.
+void trimTable(TextSpan* span, const ByteTable& edges) {
+    while (span->length > 0 && edges.has(span->data[0])) {
+        ++span->data;
+        --span->length;
+    }
+    while (span->length > 0 && edges.has(span->data[span->length - 1])) --span->length;
+}
+
+// The first word of the text at or after at, empty words skipped; false when none is left.
+// next is where the following search starts: past the delimiter that ended the word.
+bool nextWord(TextSpan text, int32_t at, const ByteTable& breaks, TextSpan* word, int32_t* next) {
+    const int32_t n = text.length;
+    while (at < n && breaks.has(text.data[at])) ++at;
+    if (at >= n) return false;
+    int32_t end = at;
+    while (end < n && !breaks.has(text.data[end])) ++end;
+    *word = TextSpan{text.data + at, end - at};
+    *next = end < n ? end + 1 : end;
+    return true;
+}
+
+// splitTokens skipping empty tokens, with the set's bytes tested one at a time: names
+// are short, so a byte loop beats the wide searches.
+int32_t cutWords(TextSpan text, TextSpan* words, int32_t max, const ByteTable& breaks) {
+    if (text.data == nullptr || text.length < 1) return 0;
+    int32_t count = 0;
+    for (int32_t at = 0; count < max && at < text.length;) {
+        if (!nextWord(text, at, breaks, &words[count], &at)) break;
+        ++count;
+    }
+    return count;
 }
 
 // Takes out a suffix part, or turns the parts round when the second is an initial.
@@ -66,7 +107,7 @@ int32_t adjustNameParts(TextSpan* parts, int32_t count) {
 }
 
 int32_t cutNameParts(TextSpan whole, TextSpan (&parts)[kNameParts]) {
-    return adjustNameParts(parts, cutWords(whole, parts, kNameParts, kPartDelimiters));
+    return adjustNameParts(parts, cutWords(whole, parts, kNameParts, kPartBreaks));
 }
 
 // Drops suffix words from the words after the first; returns the new count.
@@ -88,7 +129,7 @@ int32_t answerJoined(const TextSpan* words, int32_t count, char* buffer, int32_t
 int32_t answerMiddleText(TextSpan value, char* buffer, int32_t capacity) {
     trimIf(&value, isWhiteSpace);
     return answerFromCopy(
-        copyFilteredZ(buffer, capacity, value, kCommas, kCommasAndBlanks, ' '));
+        copyByTablesZ(buffer, capacity, value, kCommas, kCommasAndBlanks, ' '));
 }
 
 bool hookAnswers(NameHook hook, const ParsedRecord* record, char* buffer, int32_t capacity) {
@@ -101,7 +142,10 @@ bool splitsGenerically(const NameRule* rule) { return rule->useGenericSplitter =
 bool cutGivenNames(const ParsedRecord* record, TextSpan* first, TextSpan* rest) {
     TextSpan given;
     if (readField(record, field::givenNames, &given) != kOk) return false;
-    return nextToken(given, first, rest, kGivenNameDelimiters, kSkipEmptyTokens) == 1;
+    int32_t next = 0;
+    if (!nextWord(given, 0, kGivenNameBreaks, first, &next)) return false;
+    *rest = TextSpan{given.data + next, given.length - next};
+    return true;
 }
 
 int32_t composeFullName(const ParsedRecord* record, char* buffer, int32_t capacity) {
@@ -182,9 +226,9 @@ int32_t removeNameSuffixes(TextSpan* words, int32_t count) {
 }
 
 // The rule of the jurisdiction that the IIN answer names, else of the jurisdiction code
-// answer, else the fallback. Every name answer asks, so the two answers are taken from
-// the slots as the workers would give them, without copying them into scratch buffers.
-const NameRule* nameRuleFor(const ParsedRecord* record) {
+// answer, else the fallback. The two answers are taken from the slots as the workers
+// would give them, without copying them into scratch buffers.
+const NameRule* deriveNameRule(const ParsedRecord* record) {
     const NameRule* fallback = nameRuleForCode(TextSpan{nullptr, 0});
     if (record == nullptr || record->workBuffer == nullptr || record->workCapacity < 1) return fallback;
     // What getIIN answers: the IIN as read when the table knows it, else the jurisdiction's.
@@ -212,39 +256,46 @@ const NameRule* nameRuleFor(const ParsedRecord* record) {
     return readIssuer != nullptr ? nameRuleForCode(makeSpan(readIssuer)) : fallback;
 }
 
+void rememberNameRule(ParsedRecord* record) {
+    if (record == nullptr) return;
+    record->nameRule = NameRuleMemo{deriveNameRule(record), record->fields[field::iin],
+                                    record->fields[field::jurisdictionCode],
+                                    record->fields[field::residenceJurisdictionCode]};
+}
+
 namespace {
 
 // Whether cleaning would leave the name as it stands: at most as many words as it keeps,
 // letters parted by single blanks, with no suffix after the first word and no placeholder.
-bool isCleanName(const char* text, int32_t length) {
-    if (length < 1) return false;
-    int32_t wordStart = 0;
+// The name ends at its NUL or at max; its length is measured on the way.
+bool isCleanName(const char* text, int32_t max, int32_t* length) {
     int32_t words = 0;
-    for (int32_t i = 0; i <= length; ++i) {
-        if (i < length && isAsciiAlpha(static_cast<unsigned char>(text[i]))) continue;
-        if (i < length && text[i] != ' ') return false;
+    bool clean = true;
+    int32_t i = 0;
+    for (;; ++i) {
+        const int32_t wordStart = i;
+        while (i < max && kLetters.has(text[i])) ++i;
         const TextSpan word{text + wordStart, i - wordStart};
-        if (word.length < 1 || ++words > kCleanWords) return false;  // a blank at either end or two together
-        // Of the placeholders only "NONE" is made of letters.
-        const bool placeholder = word.length == 4 && std::memcmp(word.data, "NONE", 4) == 0;
-        if ((wordStart > 0 && isNameSuffix(word)) || placeholder) return false;
-        wordStart = i + 1;
+        // A blank at either end or two together, too many words, a suffix after the
+        // first word or the placeholder (of the placeholders only "NONE" is made of letters).
+        if (word.length < 1 || ++words > kCleanWords || (wordStart > 0 && isNameSuffix(word)) ||
+            (word.length == 4 && std::memcmp(word.data, "NONE", 4) == 0)) {
+            clean = false;
+        }
+        if (i == max || text[i] != ' ') break;
     }
-    return true;
+    if (i < max && text[i] != '\0') clean = false;
+    while (i < max && text[i] != '\0') ++i;
+    *length = i;
+    return clean;
 }
 
-}  // namespace
-
-int32_t cleanName(char* buffer, int32_t capacity) {
-    if (buffer == nullptr || capacity < 1) return kErrInvalidArgument;
-    const size_t length = strnlen(buffer, static_cast<size_t>(capacity - 1));
-    if (isCleanName(buffer, static_cast<int32_t>(length))) {
-        buffer[length] = '\0';
-        return kOk;
-    }
-    const TextSpan text = makeSpan(buffer, static_cast<int32_t>(length));
+// cleanName of a name that is not clean already; kept out of line, so that the usual
+// clean name costs no stack frame.
+[[gnu::noinline]] int32_t cleanUncleanName(char* buffer, int32_t capacity, int32_t length) {
+    const TextSpan text = makeSpan(buffer, length);
     TextSpan words[kCleanWords];
-    int32_t count = dropTrailingSuffixes(words, cutWords(text, words, kCleanWords, kWordDelimiters));
+    int32_t count = dropTrailingSuffixes(words, cutWords(text, words, kCleanWords, kWordBreaks));
     count = removeWords(words, count, kNamePlaceholders, kPlaceholderCount);
     for (int32_t i = 0; i < count; ++i) trimSet(&words[i], kTokenEdgeSet);
     // Each word only moves towards the start, so the join reads every byte before it
@@ -254,13 +305,23 @@ int32_t cleanName(char* buffer, int32_t capacity) {
     return kErrNoAnswer;
 }
 
+}  // namespace
+
+int32_t cleanName(char* buffer, int32_t capacity) {
+    if (buffer == nullptr || capacity < 1) return kErrInvalidArgument;
+    int32_t length = 0;
+    if (!isCleanName(buffer, capacity - 1, &length)) return cleanUncleanName(buffer, capacity, length);
+    buffer[length] = '\0';
+    return kOk;
+}
+
 int32_t firstNameOfWholeName(TextSpan wholeName, char* buffer, int32_t capacity) {
     TextSpan parts[kNameParts];
     const int32_t count = cutNameParts(wholeName, parts);
     if (count >= 3) return answerAsIs(parts[1], buffer, capacity);
     TextSpan words[kFirstNameWords];
     const TextSpan source = count == 2 ? parts[1] : wholeName;
-    if (cutWords(source, words, kFirstNameWords, kBlank) < 1) return kErrNoAnswer;
+    if (cutWords(source, words, kFirstNameWords, kBlankBreaks) < 1) return kErrNoAnswer;
     return answerAsIs(words[0], buffer, capacity);
 }
 
@@ -274,11 +335,11 @@ int32_t middleNameOfWholeName(TextSpan wholeName, char* buffer, int32_t capacity
     TextSpan words[kNameWords];
     if (count == 2) {
         // The given names after the first, joined as they stand.
-        const int32_t given = cutWords(parts[1], words, kNameWords, kBlank);
+        const int32_t given = cutWords(parts[1], words, kNameWords, kBlankBreaks);
         if (given < 2) return kErrNoAnswer;
         return answerJoined(words + 1, given - 1, buffer, capacity);
     }
-    const int32_t all = cutWords(wholeName, words, kNameWords, kBlank);
+    const int32_t all = cutWords(wholeName, words, kNameWords, kBlankBreaks);
     if (all < 3) return kErrNoAnswer;
     if (dropTrailingSuffixes(words, all) < 3) return kErrNoAnswer;
     if (answerAsIs(words[1], buffer, capacity) != kOk) return kErrNoAnswer;
@@ -290,10 +351,10 @@ int32_t lastNameOfWholeName(TextSpan wholeName, char* buffer, int32_t capacity) 
     if (cutNameParts(wholeName, parts) >= 2) {
         TextSpan last = parts[0];
         trimIf(&last, isWhiteSpace);
-        return answerFromCopy(copyFilteredZ(buffer, capacity, last, nullptr, kBlank, '\0'));
+        return answerFromCopy(copyByTablesZ(buffer, capacity, last, kNoBytes, kBlanks, '\0'));
     }
     TextSpan words[kNameWords];
-    const int32_t count = removeNameSuffixes(words, cutWords(wholeName, words, kNameWords, kBlank));
+    const int32_t count = removeNameSuffixes(words, cutWords(wholeName, words, kNameWords, kBlankBreaks));
     // Everything after the first two words, so that a two-word surname stays whole.
     if (count >= 3) return answerJoined(words + 2, count - 2, buffer, capacity);
     if (count == 2) return answerAsIs(words[1], buffer, capacity);
@@ -365,6 +426,22 @@ int32_t getLastName(const ParsedRecord* record, char* buffer, int32_t capacity) 
     return lastNameOfWholeName(value, buffer, capacity);
 }
 
+namespace {
+
+// The first suffix among the first words of the text, one at a time. Deliberately never
+// takes a suffix from a word that opens the text: IV SMITH has none.
+int32_t answerSuffixWord(TextSpan source, char* buffer, int32_t capacity) {
+    TextSpan word;
+    int32_t at = 0;
+    for (int32_t seen = 0; seen < kSuffixWords && at < source.length && nextWord(source, at, kGivenNameBreaks, &word, &at);
+         ++seen) {
+        if (word.data != source.data && isNameSuffix(word)) return answerAsIs(word, buffer, capacity);
+    }
+    return kErrNoAnswer;
+}
+
+}  // namespace
+
 int32_t getNameSuffix(const ParsedRecord* record, char* buffer, int32_t capacity) {
     if (int32_t status = checkAnswerArgs(record, buffer, capacity)) return status;
     buffer[0] = '\0';
@@ -382,14 +459,7 @@ int32_t getNameSuffix(const ParsedRecord* record, char* buffer, int32_t capacity
         readField(record, field::lastName, &source) != kOk) {
         return kErrNoAnswer;
     }
-    TextSpan words[kSuffixWords];
-    const int32_t count = cutWords(source, words, kSuffixWords, kGivenNameDelimiters);
-    // Deliberately never takes a suffix from a word that opens the text: IV SMITH has none.
-    const int32_t start = (count > 0 && words[0].data == source.data) ? 1 : 0;
-    for (int32_t i = start; i < count; ++i) {
-        if (isNameSuffix(words[i])) return answerAsIs(words[i], buffer, capacity);
-    }
-    return kErrNoAnswer;
+    return answerSuffixWord(source, buffer, capacity);
 }
 
 int32_t getNamePrefix(const ParsedRecord* record, char* buffer, int32_t capacity) {
@@ -408,10 +478,10 @@ int32_t getFullName(const ParsedRecord* record, char* buffer, int32_t capacity) 
     if (readField(record, field::fullName, &whole) != kOk) {
         return composeFullName(record, buffer, capacity);
     }
-    trimSet(&whole, kTokenEdgeSet);
+    trimTable(&whole, kTokenEdges);
     // Deliberately one character shorter than the other answers: capacity - 2 at most.
     return answerFromCopy(
-        copyFilteredZ(buffer, capacity - 1, whole, kFullNameSeparators, kBlank, ' '));
+        copyByTablesZ(buffer, capacity - 1, whole, kFullNameSeparators, kBlanks, ' '));
 }
 
 }  // namespace orvane

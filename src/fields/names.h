@@ -49,7 +49,20 @@ std::span<const NameRule> nameRuleTable();
 // The row whose code equals the key exactly, else row 0.
 const NameRule* nameRuleForCode(TextSpan code);
 // The row of the record's jurisdiction, by IIN first, then by jurisdiction code; never null.
-const NameRule* nameRuleFor(const ParsedRecord* record);
+const NameRule* deriveNameRule(const ParsedRecord* record);
+// The same, from the rule the record keeps while the slots it came from stand; inline,
+// as every name, address and postal answer asks. A setter never writes where a value
+// already stands, so a slot given any value since holds another place (or none).
+inline const NameRule* nameRuleFor(const ParsedRecord* record) {
+    if (record == nullptr) return deriveNameRule(record);
+    const NameRuleMemo& kept = record->nameRule;
+    const bool holds = kept.rule != nullptr && kept.iin.data == record->fields[field::iin].data &&
+                       kept.jurisdictionCode.data == record->fields[field::jurisdictionCode].data &&
+                       kept.residenceJurisdictionCode.data == record->fields[field::residenceJurisdictionCode].data;
+    return holds ? kept.rule : deriveNameRule(record);
+}
+// Keeps the record's rule in it, for a record that no reader will change any more.
+void rememberNameRule(ParsedRecord* record);
 
 // Whether a word is one of the generational suffixes (or MD, PHD), exactly.
 bool isNameSuffix(TextSpan word);
