@@ -51,14 +51,17 @@ const NameRule* nameRuleForCode(TextSpan code);
 // The row of the record's jurisdiction, by IIN first, then by jurisdiction code; never null.
 const NameRule* deriveNameRule(const ParsedRecord* record);
 // The same, from the rule the record keeps while the slots it came from stand; inline,
-// as every name, address and postal answer asks. A setter never writes where a value
-// already stands, so a slot given any value since holds another place (or none).
+// as every name, address and postal answer asks.
 inline const NameRule* nameRuleFor(const ParsedRecord* record) {
     if (record == nullptr) return deriveNameRule(record);
     const NameRuleMemo& kept = record->nameRule;
-    const bool holds = kept.rule != nullptr && kept.iin.data == record->fields[field::iin].data &&
-                       kept.jurisdictionCode.data == record->fields[field::jurisdictionCode].data &&
-                       kept.residenceJurisdictionCode.data == record->fields[field::residenceJurisdictionCode].data;
+    const FieldSlot& iin = record->fields[field::iin];
+    const FieldSlot& code = record->fields[field::jurisdictionCode];
+    const FieldSlot& residence = record->fields[field::residenceJurisdictionCode];
+    const bool holds = kept.rule != nullptr && kept.iin.data == iin.data && kept.iin.length == iin.length &&
+                       kept.jurisdictionCode.data == code.data && kept.jurisdictionCode.length == code.length &&
+                       kept.residenceJurisdictionCode.data == residence.data &&
+                       kept.residenceJurisdictionCode.length == residence.length;
     return holds ? kept.rule : deriveNameRule(record);
 }
 // Keeps the record's rule in it, for a record that no reader will change any more.
