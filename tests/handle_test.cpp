@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <string>
 
 #include "engine/status.h"
@@ -38,6 +39,28 @@ TEST(Handle, FirstParseSetsUpBuffersAndClock) {
     EXPECT_GE(h->clock.parseYear, 2024);
     EXPECT_TRUE(h->clock.parseMonth >= 1 && h->clock.parseMonth <= 12);
     EXPECT_TRUE(h->clock.parseDay >= 1 && h->clock.parseDay <= 31);
+}
+
+// Every parse sets the clock to the local time, also when it comes from the second the
+// handle remembers.
+TEST(Handle, EveryParseSetsTheClock) {
+    HandlePtr h(SVT_create());
+    const std::string input = "nothing the library knows";
+    for (int round = 0; round < 3; ++round) {
+        const std::time_t before = std::time(nullptr);
+        h->clock = ParseClock{1900, 13, 40, 25, 61, 61};
+        SVT_parse(h.get(), input.data(), static_cast<int>(input.size()));
+        const std::time_t after = std::time(nullptr);
+        bool matches = false;
+        for (std::time_t at = before; at <= after; ++at) {
+            std::tm local{};
+            ASSERT_NE(localtime_r(&at, &local), nullptr);
+            matches = matches || (h->clock.parseYear == local.tm_year + 1900 && h->clock.parseMonth == local.tm_mon + 1 &&
+                                  h->clock.parseDay == local.tm_mday && h->clock.parseHour == local.tm_hour &&
+                                  h->clock.parseMinute == local.tm_min && h->clock.parseSecond == local.tm_sec);
+        }
+        EXPECT_TRUE(matches) << round;
+    }
 }
 
 TEST(Handle, BuffersGrowOnlyForLargerInputs) {

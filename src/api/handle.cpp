@@ -9,17 +9,25 @@
 
 namespace orvane {
 
-void readParseClock(ParseClock* clock) {
+void readParseClock(ParserHandle* handle) {
     const std::time_t now = std::time(nullptr);
+    // A time zone the caller changes within one second shows from the next one.
+    if (handle->clockSecond == static_cast<int64_t>(now) && handle->secondClock.parseYear != 0) {
+        handle->clock = handle->secondClock;
+        return;
+    }
     std::tm local{};
     // The reentrant form keeps handles on different threads from sharing state.
     if (localtime_r(&now, &local) == nullptr) return;
-    clock->parseYear = local.tm_year + 1900;
-    clock->parseMonth = local.tm_mon + 1;
-    clock->parseDay = local.tm_mday;
-    clock->parseHour = local.tm_hour;
-    clock->parseMinute = local.tm_min;
-    clock->parseSecond = local.tm_sec;
+    ParseClock& clock = handle->clock;
+    clock.parseYear = local.tm_year + 1900;
+    clock.parseMonth = local.tm_mon + 1;
+    clock.parseDay = local.tm_mday;
+    clock.parseHour = local.tm_hour;
+    clock.parseMinute = local.tm_min;
+    clock.parseSecond = local.tm_sec;
+    handle->clockSecond = static_cast<int64_t>(now);
+    handle->secondClock = clock;
 }
 
 int32_t ensureHandleBuffers(ParserHandle* handle, int32_t needed) {
@@ -88,7 +96,7 @@ int32_t prepareParse(ParserHandle* handle, int32_t length) {
         return kErrInvalidArgument;
     }
     const int32_t needed = length > kMinimumBufferSize ? length : kMinimumBufferSize;
-    readParseClock(&handle->clock);
+    readParseClock(handle);
     return ensureHandleBuffers(handle, needed);
 }
 

@@ -37,6 +37,10 @@ struct SVT_ParserHandle {
     int32_t keptLength;
     uint32_t repairs;       // what the last parse repaired, a bit per repair
     ElementList elements;
+    // The local time worked out for the last second a parse began in, so that parses in
+    // the same second do not ask the time zone again.
+    int64_t clockSecond;
+    orvane::ParseClock secondClock;
 };
 
 namespace orvane {
@@ -52,8 +56,8 @@ inline constexpr int32_t kVersionMajor = 1;
 inline constexpr int32_t kVersionMinor = 26;
 inline constexpr int32_t kVersionBuild = 0;
 
-// Stores the local date and time in the clock.
-void readParseClock(ParseClock* clock);
+// Stores the local date and time in the handle's clock.
+void readParseClock(ParserHandle* handle);
 
 // Makes the buffers hold at least needed bytes, reallocating only when they are too
 // small; returns 0 or -24 when memory is exhausted.
