@@ -50,20 +50,31 @@ bool matchCityAt(TextSpan track, int32_t at, TextSpan* city) {
 // that tried every start would find the same first match.
 int isCityByte(char c) { return isStripeCityChar(static_cast<unsigned char>(c)); }
 
-// The end of the run of city bytes that holds or follows index at.
-int32_t cityRunEnd(TextSpan track, int32_t at) {
-    while (at < track.length && isCityByte(track.data[at])) ++at;
-    return at;
+// The next run of city bytes from index at, [start, end); at moves past it. False when
+// the track has no more bytes.
+struct CityRun {
+    int32_t start;
+    int32_t end;
+};
+
+bool nextCityRun(TextSpan track, int32_t* at, CityRun* run) {
+    int32_t i = *at;
+    if (i >= track.length) return false;
+    while (i < track.length && !isCityByte(track.data[i])) ++i;
+    run->start = i;
+    while (i < track.length && isCityByte(track.data[i])) ++i;
+    run->end = i;
+    *at = i;
+    return true;
 }
 
 // 2-15 city bytes, "^", then 1-35 name bytes: the first such name of the track.
 bool findTrack1Name(TextSpan track, TextSpan* name) {
     if (!spanUsable(track)) return false;
-    for (int32_t at = 0; at < track.length;) {
-        while (at < track.length && !isCityByte(track.data[at])) ++at;
-        const int32_t runStart = at;
-        const int32_t end = cityRunEnd(track, at);
-        at = end;
+    CityRun run{};
+    for (int32_t at = 0; nextCityRun(track, &at, &run);) {
+        const int32_t runStart = run.start;
+        const int32_t end = run.end;
         // The first start sees at most 15 city bytes; starts are tried while 3 bytes remain.
         const int32_t first = end - 15 > runStart ? end - 15 : runStart;
         if (end - runStart < 2 || trackByte(track, end) != '^' || track.length - first < 3) continue;
@@ -79,11 +90,10 @@ bool findTrack1Name(TextSpan track, TextSpan* name) {
 // first such address of the track. The letters open the run of city bytes.
 bool findAddress(TextSpan track, TextSpan* address) {
     if (!spanUsable(track)) return false;
-    for (int32_t at = 0; at < track.length;) {
-        while (at < track.length && !isCityByte(track.data[at])) ++at;
-        const int32_t runStart = at;
-        const int32_t end = cityRunEnd(track, at);
-        at = end;
+    CityRun run{};
+    for (int32_t at = 0; nextCityRun(track, &at, &run);) {
+        const int32_t runStart = run.start;
+        const int32_t end = run.end;
         if (trackByte(track, end) != '^') continue;
         // Starts that leave 2 to 13 city bytes after two letters; tried while 5 bytes remain.
         int32_t start = end - 15 > runStart ? end - 15 : runStart;
