@@ -132,13 +132,20 @@ struct ParseRun {
 // a row first needs them unless the barcode framing found them already.
 int32_t rawLength(const ParseRun& run) { return run.dataLength < run.room ? run.dataLength : run.room; }
 
+// Frames the caller's bytes into a shared text's place, the first time it is asked for;
+// false when it was made already.
+bool frameOnce(ParseRun& run, SharedText& s, Framer framer, char* place) {
+    if (s.made) return false;
+    s.made = true;
+    s.text = place;
+    s.length = 0;
+    s.status = framer(run.data, run.dataLength, s.text, run.room, &s.length);
+    return true;
+}
+
 SharedText& sharedBarcode(ParseRun& run) {
     SharedText& s = run.barcode;
-    if (s.made) return s;
-    s.made = true;
-    s.text = run.framings;
-    s.length = 0;
-    s.status = frameBarcodeText(run.data, run.dataLength, s.text, run.room, &s.length);
+    if (!frameOnce(run, s, frameBarcodeText, run.framings)) return s;
     gatherTextFacts(s.text, s.length, &s.facts);
     // A framing that changed nothing has the caller's bytes and so their facts.
     if (!run.raw.made && run.room >= 1 && s.length == rawLength(run) &&
@@ -155,12 +162,7 @@ SharedText& sharedBarcode(ParseRun& run) {
 
 SharedText& sharedZone(ParseRun& run) {
     SharedText& s = run.zone;
-    if (s.made) return s;
-    s.made = true;
-    s.text = run.framings + run.framingCapacity;
-    s.length = 0;
-    s.status = frameMrz(run.data, run.dataLength, s.text, run.room, &s.length);
-    if (s.status != kOk) return s;
+    if (!frameOnce(run, s, frameMrz, run.framings + run.framingCapacity) || s.status != kOk) return s;
     gatherTextFacts(s.text, s.length, &s.facts);
     s.asciiUpperCase = upperCaseText(run.upper, s.text, s.length, &s.facts);
     return s;
