@@ -26,6 +26,10 @@ void* __real_calloc(size_t count, size_t size);
 void* __real_realloc(void* pointer, size_t size);
 void* __real__Znwm(size_t size);
 void* __real__Znam(size_t size);
+// The nothrow forms, which the standard library's temporary buffers use; the reference
+// travels as a pointer.
+void* __real__ZnwmRKSt9nothrow_t(size_t size, const void* tag);
+void* __real__ZnamRKSt9nothrow_t(size_t size, const void* tag);
 }
 
 namespace {
@@ -85,6 +89,14 @@ void* __wrap__Znwm(size_t size) {
 void* __wrap__Znam(size_t size) {
     note();
     return __real__Znam(size);
+}
+void* __wrap__ZnwmRKSt9nothrow_t(size_t size, const void* tag) {
+    note();
+    return __real__ZnwmRKSt9nothrow_t(size, tag);
+}
+void* __wrap__ZnamRKSt9nothrow_t(size_t size, const void* tag) {
+    note();
+    return __real__ZnamRKSt9nothrow_t(size, tag);
 }
 }
 
