@@ -11,11 +11,8 @@
 //   DAW  weight (pounds)    DAG  street           DAH  second line    DAI  city
 //   DAJ  "PR"               DAK  postal code      DCA  vehicle class  DCB  restrictions
 //   DCD  endorsements       DCF  document discriminator
-#include <cstring>
 #include <iterator>
 
-#include "aamva/elements.h"
-#include "aamva/engine.h"
 #include "documents/national.h"
 #include "documents/national_fields.h"
 #include "engine/status.h"
@@ -54,29 +51,6 @@ static_assert(std::size(kPuertoRicoElements) == 22);
 constexpr ElementLayout kPuertoRicoLayout{kPuertoRicoElements, kPuertoRicoIssuer, issuerInHeader,
                                           "Puerto Rico", "PRI"};
 
-struct ElementsBeyondTheLayout {
-    ParsedRecord* record;
-};
-
-bool isLayoutElement(TextSpan id) {
-    for (const ElementRule& rule : kPuertoRicoElements) {
-        if (std::memcmp(rule.id, id.data, 3) == 0) return true;
-    }
-    return false;
-}
-
-// Every other element the AAMVA tables know goes where the AAMVA readers put it, after
-// the layout's own; the country stays Puerto Rico, whatever "DCG" says.
-bool storeElementBeyondTheLayout(void* context, TextSpan id, TextSpan value) {
-    ParsedRecord* record = static_cast<ElementsBeyondTheLayout*>(context)->record;
-    if (id.length != 3 || isLayoutElement(id) || std::memcmp(id.data, "DCG", 3) == 0) return true;
-    const uint32_t key = elementKey({id.data[0], id.data[1], id.data[2], '\0'});
-    for (int32_t i = 0; i < kAamvaTableC.count; ++i) {
-        if (kAamvaTableC.pairs[i].key == key) storeElementText(record, static_cast<FieldId>(kAamvaTableC.pairs[i].value), value);
-    }
-    return true;
-}
-
 }  // namespace
 
 // The issuer number early in the header; its digits are the caller's own, since the
@@ -89,8 +63,6 @@ bool mayReadPuertoRicoLicence(const TextFacts& f) {
 int32_t parsePuertoRicoLicence(char* text, int32_t length, ParsedRecord* record, const ParseClock*) {
     if (int32_t status = readElementLayout(text, length, record, kPuertoRicoLayout)) return status;
     setFieldLiteral(record, field::iin, kPuertoRicoIssuer);
-    ElementsBeyondTheLayout beyond{record};
-    visitAamvaElements(TextSpan{text, length}, storeElementBeyondTheLayout, &beyond);
     return kOk;
 }
 
