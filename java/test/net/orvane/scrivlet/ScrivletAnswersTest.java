@@ -6,10 +6,8 @@ import static org.junit.Assert.assertNull;
 import static org.junit.Assert.assertTrue;
 import static org.junit.Assert.fail;
 
-import java.io.ByteArrayOutputStream;
 import java.io.File;
 import java.io.IOException;
-import java.io.InputStream;
 import java.lang.reflect.Field;
 import java.lang.reflect.Method;
 import java.nio.ByteBuffer;
@@ -28,9 +26,6 @@ import org.junit.Test;
 
 /** The lenient parse and the answers about the last parse, against the C interface's tool. */
 public class ScrivletAnswersTest {
-    private static final File SAMPLES = new File(System.getProperty("orvane.samples", "samples"));
-    private static final String TOOL = System.getProperty("orvane.tool", "orvane-parse");
-
     private Scrivlet parser;
 
     @Before
@@ -43,33 +38,10 @@ public class ScrivletAnswersTest {
         parser.close();
     }
 
-    private static byte[] sample(String name) throws IOException {
-        return Files.readAllBytes(new File(SAMPLES, name + ".txt").toPath());
-    }
-
     // The Arizona sample with every element line indented, as some apps hand it over.
     private static byte[] indented() throws IOException {
-        String text = new String(sample("aamva-2013-arizona"), StandardCharsets.ISO_8859_1);
+        String text = new String(ScrivletTest.sample("aamva-2013-arizona"), StandardCharsets.ISO_8859_1);
         return text.replace("\nD", "\n  D").getBytes(StandardCharsets.ISO_8859_1);
-    }
-
-    private static File[] samples() {
-        File[] inputs = SAMPLES.listFiles((dir, name) -> name.endsWith(".txt"));
-        Arrays.sort(inputs);
-        assertTrue(inputs.length > 40);
-        return inputs;
-    }
-
-    private static String runTool(String option, File input) throws IOException, InterruptedException {
-        List<String> command = new ArrayList<>(Arrays.asList(TOOL, input.getPath()));
-        if (option != null) command.add(1, option);
-        Process process = new ProcessBuilder(command).redirectError(ProcessBuilder.Redirect.DISCARD).start();
-        ByteArrayOutputStream out = new ByteArrayOutputStream();
-        try (InputStream in = process.getInputStream()) {
-            in.transferTo(out);
-        }
-        process.waitFor();
-        return out.toString(StandardCharsets.US_ASCII).trim();
     }
 
     /** The tool prints the library's object with the input's name first: the same object without it. */
@@ -80,13 +52,13 @@ public class ScrivletAnswersTest {
 
     @Test
     public void theJsonOfEverySampleIsTheToolsBothWays() throws Exception {
-        for (File input : samples()) {
+        for (File input : ScrivletTest.samples()) {
             byte[] bytes = Files.readAllBytes(input.toPath());
             parser.parse(bytes, new ScrivletResult());
-            assertEquals(input.getName(), withoutInput(runTool("--strict", input)), parser.getResultJson());
+            assertEquals(input.getName(), withoutInput(ScrivletTest.runTool("--strict", input)), parser.getResultJson());
             parser.parseLenient(bytes, new ScrivletResult());
             String json = parser.getResultJson();
-            assertEquals(input.getName(), withoutInput(runTool(null, input)), json);
+            assertEquals(input.getName(), withoutInput(ScrivletTest.runTool(null, input)), json);
             Map<String, Object> object = ScrivletTest.Json.parseObject(json);
             assertEquals(input.getName(), object.get("elements"), parser.getElements());
             assertEquals(input.getName(), ((Number) object.get("formatId")).intValue(), parser.getFormat());
@@ -96,7 +68,7 @@ public class ScrivletAnswersTest {
 
     @Test
     public void parseLenientFillsTheResultAsParseDoesOnCleanInput() throws Exception {
-        for (File input : samples()) {
+        for (File input : ScrivletTest.samples()) {
             byte[] bytes = Files.readAllBytes(input.toPath());
             ScrivletResult strict = new ScrivletResult();
             ScrivletResult lenient = new ScrivletResult();
@@ -147,12 +119,12 @@ public class ScrivletAnswersTest {
         assertNull(parser.getResultJson());
         assertEquals(Collections.emptyMap(), parser.getElements());
 
-        assertEquals(Scrivlet.OK, parser.parse(sample("aamva-2013-arizona"), new ScrivletResult()));
+        assertEquals(Scrivlet.OK, parser.parse(ScrivletTest.sample("aamva-2013-arizona"), new ScrivletResult()));
         assertEquals(0, parser.getFormatGroup());
         assertEquals(42, parser.getFormat());
         assertEquals("AAMVA DL/ID 2013 (version 08)", parser.getFormatName());
         assertEquals(35, parser.getFieldCount());
-        assertEquals(Scrivlet.OK, parser.parse(sample("mrz-passport"), new ScrivletResult()));
+        assertEquals(Scrivlet.OK, parser.parse(ScrivletTest.sample("mrz-passport"), new ScrivletResult()));
         assertEquals(5, parser.getFormatGroup());
         assertEquals(64, parser.getFormat());
         assertEquals("Passport zone (TD3)", parser.getFormatName());
@@ -171,7 +143,7 @@ public class ScrivletAnswersTest {
 
     @Test
     public void elementsInDocumentOrder() throws IOException {
-        assertEquals(Scrivlet.OK, parser.parse(sample("aamva-2013-arizona"), new ScrivletResult()));
+        assertEquals(Scrivlet.OK, parser.parse(ScrivletTest.sample("aamva-2013-arizona"), new ScrivletResult()));
         List<String> ids = new ArrayList<>(parser.getElements().keySet());
         assertEquals(29, ids.size());
         assertEquals("DAQ", ids.get(0));
@@ -181,7 +153,7 @@ public class ScrivletAnswersTest {
         assertEquals("N", parser.getElement("ZAA"));
         assertNull(parser.getElement("DZZ"));
 
-        assertEquals(Scrivlet.OK, parser.parse(sample("mrz-passport"), new ScrivletResult()));
+        assertEquals(Scrivlet.OK, parser.parse(ScrivletTest.sample("mrz-passport"), new ScrivletResult()));
         assertEquals("UTO", parser.getElement("nationality"));
         assertEquals("AB1234567", parser.getElements().get("optionalData1"));
     }
@@ -199,14 +171,14 @@ public class ScrivletAnswersTest {
 
     @Test
     public void checkDigits() throws IOException {
-        assertEquals(Scrivlet.OK, parser.parse(sample("mrz-passport"), new ScrivletResult()));
+        assertEquals(Scrivlet.OK, parser.parse(ScrivletTest.sample("mrz-passport"), new ScrivletResult()));
         assertEquals(Scrivlet.CHECK_DIGITS_VALID, parser.getCheckDigitStatus());
         assertEquals(Collections.emptyList(), parser.getCheckDigitFailures());
-        byte[] wrong = Files.readAllBytes(new File(SAMPLES, "../tests/data/mrz/passport-wrong-number-check-digit.txt").toPath());
+        byte[] wrong = Files.readAllBytes(new File(ScrivletTest.SAMPLES, "../tests/data/mrz/passport-wrong-number-check-digit.txt").toPath());
         assertEquals(Scrivlet.OK, parser.parse(wrong, new ScrivletResult()));
         assertEquals(Scrivlet.CHECK_DIGITS_INVALID, parser.getCheckDigitStatus());
         assertEquals(Arrays.asList("documentNumber", "composite"), parser.getCheckDigitFailures());
-        assertEquals(Scrivlet.OK, parser.parse(sample("aamva-2013-arizona"), new ScrivletResult()));
+        assertEquals(Scrivlet.OK, parser.parse(ScrivletTest.sample("aamva-2013-arizona"), new ScrivletResult()));
         assertEquals(Scrivlet.CHECK_DIGITS_NONE, parser.getCheckDigitStatus());
     }
 
@@ -214,13 +186,13 @@ public class ScrivletAnswersTest {
     public void ageAndExpiryOnTheDayOfTheParse() throws IOException {
         for (int attempt = 0; attempt < 3; attempt++) {
             LocalDate today = LocalDate.now();
-            assertEquals(Scrivlet.OK, parser.parse(sample("aamva-2013-arizona"), new ScrivletResult()));
+            assertEquals(Scrivlet.OK, parser.parse(ScrivletTest.sample("aamva-2013-arizona"), new ScrivletResult()));
             int age = parser.getAge();
             int expired = parser.isExpired();
             if (!today.equals(LocalDate.now())) continue;  // the parse straddled midnight
             assertEquals(Period.between(LocalDate.of(1988, 7, 4), today).getYears(), age);
             assertEquals(LocalDate.of(2029, 7, 4).isBefore(today) ? 1 : 0, expired);
-            assertEquals(Scrivlet.OK, parser.parse(sample("national-south-africa"), new ScrivletResult()));
+            assertEquals(Scrivlet.OK, parser.parse(ScrivletTest.sample("national-south-africa"), new ScrivletResult()));
             assertEquals("no expiry date", 2, parser.isExpired());
             return;
         }

@@ -24,8 +24,9 @@ import org.junit.Before;
 import org.junit.Test;
 
 public class ScrivletTest {
-    private static final File SAMPLES = new File(System.getProperty("orvane.samples", "samples"));
-    private static final String TOOL = System.getProperty("orvane.tool", "orvane-parse");
+    // Shared with the other test classes of the package.
+    static final File SAMPLES = new File(System.getProperty("orvane.samples", "samples"));
+    static final String TOOL = System.getProperty("orvane.tool", "orvane-parse");
 
     private Scrivlet parser;
 
@@ -39,7 +40,7 @@ public class ScrivletTest {
         parser.close();
     }
 
-    private static byte[] sample(String name) throws IOException {
+    static byte[] sample(String name) throws IOException {
         return Files.readAllBytes(new File(SAMPLES, name + ".txt").toPath());
     }
 
@@ -76,11 +77,8 @@ public class ScrivletTest {
     /** Every sample answers in Java exactly as orvane-parse, on the C interface, does. */
     @Test
     public void everySampleAnswersAsTheCInterfaceDoes() throws Exception {
-        File[] inputs = SAMPLES.listFiles((dir, name) -> name.endsWith(".txt"));
-        Arrays.sort(inputs);
-        assertTrue(inputs.length > 40);
-        for (File input : inputs) {
-            Map<String, Object> c = Json.parseObject(runTool(input));
+        for (File input : samples()) {
+            Map<String, Object> c = Json.parseObject(runTool(null, input));
             ScrivletResult java = new ScrivletResult();
             int status = parser.parse(Files.readAllBytes(input.toPath()), java, null);
             assertEquals(input.getName(), ((Number) c.get("status")).intValue(), status);
@@ -99,14 +97,24 @@ public class ScrivletTest {
         }
     }
 
-    private static String runTool(File input) throws IOException, InterruptedException {
-        Process process = new ProcessBuilder(TOOL, input.getPath()).redirectError(ProcessBuilder.Redirect.DISCARD).start();
+    static File[] samples() {
+        File[] inputs = SAMPLES.listFiles((dir, name) -> name.endsWith(".txt"));
+        Arrays.sort(inputs);
+        assertTrue(inputs.length > 40);
+        return inputs;
+    }
+
+    /** What orvane-parse prints for the input, with an option before it unless null. */
+    static String runTool(String option, File input) throws IOException, InterruptedException {
+        List<String> command = new ArrayList<>(Arrays.asList(TOOL, input.getPath()));
+        if (option != null) command.add(1, option);
+        Process process = new ProcessBuilder(command).redirectError(ProcessBuilder.Redirect.DISCARD).start();
         ByteArrayOutputStream out = new ByteArrayOutputStream();
         try (InputStream in = process.getInputStream()) {
             in.transferTo(out);
         }
         process.waitFor();
-        return out.toString(StandardCharsets.ISO_8859_1).trim();
+        return out.toString(StandardCharsets.US_ASCII).trim();
     }
 
     /** A result class without "iin": the fields before it are filled, then -27. */
