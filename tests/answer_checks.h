@@ -150,8 +150,8 @@ std::string askText(const char* name, Call call, bool (*documented)(int)) {
 }
 
 // The elements: the count, the first at several capacities, the second and the last,
-// the one past the end, and each found again by its id. A long document has thousands, and
-// each is found by a walk from the start, so the middle is left out.
+// the one past the end, and each found again by its id. A long document has thousands;
+// these stand for them (ids are found again by a walk from the start).
 inline std::string askElements(SVT_ParserHandle* handle) {
     int count = -7;
     const int status = SVT_getElementCount(handle, &count);

@@ -1,7 +1,7 @@
-"""Whatever bytes arrive, a parse gives a Document or raises NotRecognised: samples cut and
-damaged at every byte, random and mutated inputs, long inputs, other parsers' inputs. Every
-Document the native reader builds equals the one the Python path builds from the same text,
-and many parses leave no memory behind."""
+"""Whatever bytes arrive, a parse gives a Document or raises NotRecognised: samples cut at
+every byte, random and mutated inputs (single bytes replaced among them), long inputs,
+other parsers' inputs. Every Document the native reader builds equals the one the Python
+path builds from the same text, and many parses leave no memory behind."""
 
 from __future__ import annotations
 
@@ -55,17 +55,6 @@ def test_samples_cut_at_every_length(parser, sample):
     data = sample.read_bytes()
     for length in range(len(data) + 1):
         check_both_paths(parser, data[:length], strict=length % 2 == 0)
-
-
-@pytest.mark.parametrize("sample", SAMPLES, ids=sample_id)
-def test_samples_with_every_byte_replaced(parser, sample):
-    data = bytearray(sample.read_bytes())
-    for at in range(len(data)):
-        kept = data[at]
-        for byte in (0x00, 0x1E, 0xFF, 0x40):
-            data[at] = byte
-            parse_or_none(parser, bytes(data))
-        data[at] = kept
 
 
 def mutate(rng: random.Random, data: bytes) -> bytes:
