@@ -63,23 +63,36 @@ constexpr CheckDigitRule kVisaShortRules[] = {
 };
 static_assert(std::size(kVisaShortRules) == 3);
 
-int32_t characterValue(char c) {
-    if (isAsciiDigit(static_cast<unsigned char>(c))) return c - '0';
-    if (isAsciiUpper(static_cast<unsigned char>(c))) return c - 'A' + 10;
-    if (c == '<') return 0;
-    return -1;
+// A zone character's value: digits their own, letters 10 to 35, the filler 0; -1 for
+// any other byte. One table, as every check digit reads each of its characters.
+struct CharacterValues {
+    int8_t of[256];
+};
+
+constexpr CharacterValues makeCharacterValues() {
+    CharacterValues v{};
+    for (int32_t c = 0; c < 256; ++c) v.of[c] = -1;
+    for (int32_t c = '0'; c <= '9'; ++c) v.of[c] = static_cast<int8_t>(c - '0');
+    for (int32_t c = 'A'; c <= 'Z'; ++c) v.of[c] = static_cast<int8_t>(c - 'A' + 10);
+    v.of['<'] = 0;
+    return v;
 }
+
+constexpr CharacterValues kCharacterValues = makeCharacterValues();
+
+int32_t characterValue(char c) { return kCharacterValues.of[static_cast<unsigned char>(c)]; }
 
 // The weighted sum of the ranges, the weights running on across them; -1 for a
 // character outside the zone.
 int32_t weightedSum(const char* zone, const Range* ranges, int32_t count) {
     int32_t sum = 0;
-    int32_t position = 0;
+    int32_t weight = 0;  // index into kWeights, cycling
     for (int32_t r = 0; r < count; ++r) {
         for (int32_t i = 0; i < ranges[r].length; ++i) {
             const int32_t value = characterValue(zone[ranges[r].from + i]);
             if (value < 0) return -1;
-            sum += value * kWeights[position++ % 3];
+            sum += value * kWeights[weight];
+            weight = weight == 2 ? 0 : weight + 1;
         }
     }
     return sum;
@@ -117,7 +130,7 @@ bool collectZone(const char* text, int32_t length, char* zone, int32_t* zoneLeng
     int32_t n = 0;
     for (int32_t i = 0; i < length; ++i) {
         const char c = toAsciiUpper(text[i]);
-        if (!isMrzZoneCharacter(static_cast<unsigned char>(c))) continue;
+        if (characterValue(c) < 0) continue;  // exactly the bytes isMrzZoneCharacter keeps
         if (n == kLongestZone) return false;
         zone[n++] = c;
     }
