@@ -74,7 +74,7 @@ constexpr CharacterValues makeCharacterValues() {
     for (int32_t c = 0; c < 256; ++c) v.of[c] = -1;
     for (int32_t c = '0'; c <= '9'; ++c) v.of[c] = static_cast<int8_t>(c - '0');
     for (int32_t c = 'A'; c <= 'Z'; ++c) v.of[c] = static_cast<int8_t>(c - 'A' + 10);
-    v.of['<'] = 0;
+    v.of[static_cast<unsigned char>('<')] = 0;
     return v;
 }
 
