@@ -79,18 +79,13 @@ TEST(Lenient, InputsWithoutRepairsAreReadAsStrictly) {
     EXPECT_GT(compared, 10);
 }
 
-TEST(Lenient, ArgumentsAsForTheStrictParse) {
+// A strict parse reports no repair, even after a lenient one that made some.
+TEST(Lenient, AStrictParseForgetsTheRepairs) {
     testing::HandlePtr h(SVT_create());
-    EXPECT_EQ(SVT_parseLenient(nullptr, "x", 1), SVT_ERR_INVALID_ARGUMENT);
-    EXPECT_EQ(SVT_parseLenient(h.get(), "x", 0), SVT_ERR_INVALID_ARGUMENT);
-    EXPECT_EQ(SVT_parseLenient(h.get(), nullptr, 5), SVT_ERR_NULL_INPUT);
-    char repairs[16];
-    EXPECT_EQ(SVT_getRepairs(h.get(), repairs, sizeof repairs), SVT_ERR_NO_ANSWER);
-    EXPECT_EQ(SVT_parseLenient(h.get(), "garbage", 7), SVT_ERR_NOT_RECOGNISED);
-    // A strict parse reports no repair, even after a lenient one that made some.
     const std::string damaged = "]L2" + testing::readBytes(fs::path(ORVANE_SOURCE_DIR) / "samples" / "aamva-2013-arizona.txt");
+    char repairs[64];
     ASSERT_EQ(SVT_parseLenient(h.get(), damaged.data(), static_cast<int>(damaged.size())), SVT_OK);
-    EXPECT_EQ(SVT_getRepairs(h.get(), repairs, sizeof repairs), SVT_ERR_NO_ANSWER);  // too small for the name
+    ASSERT_EQ(SVT_getRepairs(h.get(), repairs, sizeof repairs), SVT_OK);
     ASSERT_EQ(SVT_parse(h.get(), damaged.data(), static_cast<int>(damaged.size())), SVT_OK);
     EXPECT_EQ(SVT_getRepairs(h.get(), repairs, sizeof repairs), SVT_ERR_NO_ANSWER);
 }

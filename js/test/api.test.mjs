@@ -75,13 +75,6 @@ describe('options', () => {
     assert.deepEqual(parser.parse(damaged, { strict: false, barcode: null }), lenient);
   });
 
-  test('dates come as MM/DD/YYYY and as ISO', () => {
-    const result = parser.parse(licence);
-    assert.match(result.birthdate, /^\d\d\/\d\d\/\d{4}$/);
-    const [month, day, year] = result.birthdate.split('/');
-    assert.equal(result.birthdateISO, `${year}-${month}-${day}`);
-  });
-
   const badOptions = [
     ['options that are not an object', 'strict'],
     ['a barcode that is not an object', { barcode: '20,15,5' }],
@@ -110,21 +103,6 @@ describe('parser', () => {
     first.elements.DAQ = 'CHANGED';
     parser.parse(sample('mrz-passport'));
     assert.deepEqual(parser.parse(licence), copy);
-  });
-
-  test('two parsers keep their own state', async () => {
-    const other = await OrvaneParser.load();
-    try {
-      const passport = sample('mrz-passport');
-      const expected = [parser.parse(licence), other.parse(passport)];
-      for (let i = 0; i < 3; i++) {
-        assert.deepEqual([parser.parse(licence), other.parse(passport)], expected);
-      }
-      other.parse('nothing');
-      assert.deepEqual(parser.parse(licence), expected[0]);
-    } finally {
-      other.dispose();
-    }
   });
 
   test('a disposed parser refuses to parse; disposing again is harmless', async () => {

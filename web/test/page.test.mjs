@@ -196,6 +196,24 @@ describe('the web page in headless Chromium', { skip: !chromium && 'no chromium 
     if (profile) fs.rmSync(profile, { recursive: true, force: true });
   });
 
+  // Waits until the page has finished with the file called name: its result shown, or a message naming it.
+  async function fileDone(name) {
+    await until(`(() => {
+      const message = document.getElementById('message');
+      const said = !message.hidden && message.textContent.includes(${JSON.stringify(name)}) && !message.textContent.startsWith('Reading');
+      return said || document.getElementById('input-info').textContent.includes(${JSON.stringify(name)});
+    })()`, `the page to read ${name}`, 60000);
+    return readPage();
+  }
+
+  // Opens a file through the page's file picker.
+  async function openFile(file) {
+    const { root: documentNode } = await call('DOM.getDocument');
+    const { nodeId } = await call('DOM.querySelector', { nodeId: documentNode.nodeId, selector: '#file' });
+    await call('DOM.setFileInputFiles', { nodeId, files: [file] });
+    return fileDone(path.basename(file));
+  }
+
   for (const name of ['aamva-2013-arizona', 'mrz-passport']) {
     test(`pasting ${name} shows its fields, checks and elements`, async () => {
       const page = await paste(samples.get(name).toString('latin1'));
@@ -209,11 +227,7 @@ describe('the web page in headless Chromium', { skip: !chromium && 'no chromium 
 
   test('a file opened from disk is read as its bytes, Latin-1 and all', async () => {
     const file = path.join(root, 'samples', 'national-mexico-latin1.txt');
-    const { root: documentNode } = await call('DOM.getDocument');
-    const { nodeId } = await call('DOM.querySelector', { nodeId: documentNode.nodeId, selector: '#file' });
-    await call('DOM.setFileInputFiles', { nodeId, files: [file] });
-    await until(`document.getElementById('input-info').textContent.includes('national-mexico-latin1.txt')`, 'the file to be read');
-    const page = await readPage();
+    const page = await openFile(file);
     // The text box shows the text, but the page reads the file's own bytes.
     assert.match(page.text, /[\u00c0-\u00ff]/, 'the text box shows the Latin-1 letters');
     expectShown(page, parser.parse(fs.readFileSync(file)));
@@ -247,23 +261,6 @@ describe('the web page in headless Chromium', { skip: !chromium && 'no chromium 
     assert.match(nothing.message, /No format recognised/);
   });
 
-  // Waits until the page has finished with the photo called name: its barcode shown, or a message naming it.
-  async function photoDone(name) {
-    await until(`(() => {
-      const message = document.getElementById('message');
-      const said = !message.hidden && message.textContent.includes(${JSON.stringify(name)}) && !message.textContent.startsWith('Reading');
-      return said || document.getElementById('input-info').textContent.includes(${JSON.stringify(name)});
-    })()`, `the page to read ${name}`, 60000);
-    return readPage();
-  }
-
-  async function openPhoto(file) {
-    const { root: documentNode } = await call('DOM.getDocument');
-    const { nodeId } = await call('DOM.querySelector', { nodeId: documentNode.nodeId, selector: '#file' });
-    await call('DOM.setFileInputFiles', { nodeId, files: [file] });
-    return photoDone(path.basename(file));
-  }
-
   async function dropFile(name, type, data) {
     await evaluate(`(() => {
       const bytes = Uint8Array.from(atob(${JSON.stringify(Buffer.from(data).toString('base64'))}), (c) => c.charCodeAt(0));
@@ -271,7 +268,7 @@ describe('the web page in headless Chromium', { skip: !chromium && 'no chromium 
       transfer.items.add(new File([bytes], ${JSON.stringify(name)}, { type: ${JSON.stringify(type)} }));
       document.dispatchEvent(new DragEvent('drop', { dataTransfer: transfer, bubbles: true, cancelable: true }));
     })()`);
-    return photoDone(name);
+    return fileDone(name);
   }
 
   const photoSkip = !havePhotos && 'no photos: python3 with zxing-cpp, numpy and PIL makes them (scripts/setup)';
@@ -280,7 +277,7 @@ describe('the web page in headless Chromium', { skip: !chromium && 'no chromium 
     const { kinds, images } = JSON.parse(fs.readFileSync(path.join(photos, 'manifest.json'), 'utf8'));
     const read = Object.fromEntries(kinds.map((kind) => [kind, [0, 0]]));
     for (const photo of images) {
-      const page = await openPhoto(path.join(photos, photo.file));
+      const page = await openFile(path.join(photos, photo.file));
       read[photo.kind][1] += 1;
       if (!page.shown) {
         assert.match(page.message, /No PDF417 or Code 39 barcode was found/, photo.file);
