@@ -68,6 +68,17 @@ bool isElementId(const char* id) {
 
 int isElementBlank(int c) { return c == ' ' || c == '\t' || c == '\0'; }
 
+constexpr ByteTable kLineBreaks = byteTableOf("\n\r\x1e");
+
+// The text up to its first line break, and what follows that break.
+void cutLine(TextSpan text, TextSpan* line, TextSpan* rest) {
+    int32_t end = 0;
+    while (end < text.length && !kLineBreaks.has(text.data[end])) ++end;
+    *line = TextSpan{text.data, end};
+    const int32_t next = end < text.length ? end + 1 : end;
+    *rest = TextSpan{text.data + next, text.length - next};
+}
+
 }  // namespace
 
 void visitAamvaElements(TextSpan text, ElementVisitor visit, void* context) {
@@ -76,7 +87,8 @@ void visitAamvaElements(TextSpan text, ElementVisitor visit, void* context) {
     const int32_t start = skipHeader(text, &directory);
     TextSpan rest{text.data + start, text.length - start};
     TextSpan line;
-    while (rest.length > 0 && nextToken(rest, &line, &rest, "\n\r\x1e", 0)) {
+    while (rest.length > 0) {
+        cutLine(rest, &line, &rest);
         trimLeadingIf(&line, isElementBlank);
         if (opensSubfile(line, directory)) spanSkip(&line, 2);
         if (line.length < 3 || !isElementId(line.data)) continue;

@@ -1,6 +1,7 @@
 #include "api/result_json.h"
 
 #include <cstring>
+#include <iterator>
 
 #include "api/java_fields.h"
 #include "api/json.h"
@@ -42,8 +43,22 @@ struct JsonSink {
         const int32_t n = formatInt(value, digits, 20, 0);
         for (int32_t i = 0; i < n; ++i) put(digits[i]);
     }
-    // Member names are the library's own identifiers, plain ASCII, so they go in unescaped.
+    // Member names are the library's own identifiers, plain ASCII, so they go in unescaped;
+    // when the whole member fits it is written without a check per byte.
     void member(const char* name) {
+        const int64_t n = static_cast<int64_t>(std::strlen(name));
+        if (length + n + 4 < capacity) {
+            char* at = buffer + length;
+            if (!firstMember) *at++ = ',';
+            *at++ = '"';
+            std::memcpy(at, name, static_cast<size_t>(n));
+            at += n;
+            *at++ = '"';
+            *at++ = ':';
+            length = at - buffer;
+            firstMember = false;
+            return;
+        }
         if (!firstMember) put(',');
         firstMember = false;
         put('"');
@@ -61,12 +76,29 @@ const char* checkWord(int32_t status) {
     }
 }
 
-bool isDateAnswer(const char* name) {
-    for (const char* date : {"expirationDate", "HAZMATExpDate", "birthdate", "cardRevisionDate", "issueDate"}) {
-        if (std::strcmp(name, date) == 0) return true;
+constexpr bool sameName(const char* a, const char* b) {
+    while (*a != '\0' && *a == *b) {
+        ++a;
+        ++b;
     }
-    return false;
+    return *a == *b;
 }
+
+// Which text answers are dates, in the order of kJavaTextFields: worked out once, at
+// compile time, rather than by comparing names for every answer of every result.
+struct DateAnswers {
+    bool isDate[std::size(kJavaTextFields)];
+};
+constexpr DateAnswers findDateAnswers() {
+    DateAnswers d{};
+    for (size_t i = 0; i < std::size(kJavaTextFields); ++i) {
+        for (const char* date : {"expirationDate", "HAZMATExpDate", "birthdate", "cardRevisionDate", "issueDate"}) {
+            if (sameName(kJavaTextFields[i].name, date)) d.isDate[i] = true;
+        }
+    }
+    return d;
+}
+constexpr DateAnswers kDateAnswers = findDateAnswers();
 
 // MM/DD/YYYY as YYYY-MM-DD.
 void writeIsoDate(JsonSink& out, const char* name, const char* answer) {
@@ -81,11 +113,12 @@ void writeIsoDate(JsonSink& out, const char* name, const char* answer) {
 }
 
 void writeAnswers(JsonSink& out, ParserHandle* handle, char* answer) {
-    for (const JavaTextField& field : kJavaTextFields) {
+    for (size_t i = 0; i < std::size(kJavaTextFields); ++i) {
+        const JavaTextField& field = kJavaTextFields[i];
         if (field.getter(handle, answer, kAnswerRoom) != kOk || answer[0] == '\0') continue;
         out.member(field.name);
         out.string(makeSpan(answer));
-        if (isDateAnswer(field.name)) writeIsoDate(out, field.name, answer);
+        if (kDateAnswers.isDate[i]) writeIsoDate(out, field.name, answer);
     }
     for (const JavaFlagField& flag : kJavaFlagFields) {
         int value = 0;
