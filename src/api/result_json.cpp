@@ -19,6 +19,17 @@ namespace {
 constexpr int32_t kAnswerRoom = 8192;
 constexpr int32_t kMostElementIds = 256;
 
+// Writes into room known to be there.
+struct UncheckedSink {
+    char* at;
+    void put(char c) { *at++ = c; }
+    void append(const char* bytes, int32_t n) {
+        if (n <= 0) return;
+        std::memcpy(at, bytes, static_cast<size_t>(n));
+        at += n;
+    }
+};
+
 // Writes what fits and counts everything, so that the caller learns the length needed.
 struct JsonSink {
     char* buffer;
@@ -37,7 +48,17 @@ struct JsonSink {
         length += n;
     }
     void text(const char* s) { append(s, static_cast<int32_t>(std::strlen(s))); }
-    void string(TextSpan s) { writeJsonString(s, *this); }
+    // A string whose every byte could take a six-byte escape, and its quotes, is written
+    // without a check per byte when that much room is left.
+    void string(TextSpan s) {
+        if (s.length >= 0 && length + 6 * static_cast<int64_t>(s.length) + 2 < capacity) {
+            UncheckedSink unchecked{buffer + length};
+            writeJsonString(s, unchecked);
+            length = unchecked.at - buffer;
+            return;
+        }
+        writeJsonString(s, *this);
+    }
     void number(int64_t value) {
         char digits[24];
         const int32_t n = formatInt(value, digits, 20, 0);
