@@ -121,13 +121,18 @@ int32_t repairLineBreaks(TextSpan in, char* out, int32_t room) {
         at = static_cast<const char*>(std::memchr(at, '\r', static_cast<size_t>(in.data + in.length - at)));
         if (at == nullptr) return -1;
     }
+    // CRs are few where this is asked, so they are found with memchr, and the LFs are
+    // counted only until they outnumber them.
+    const char* end = in.data + in.length;
     int32_t pairs = 0;
-    int32_t lfs = 0;
     crs = 0;
-    for (int32_t i = 0; i < in.length; ++i) {
-        if (in.data[i] == '\r') ++crs;
-        if (in.data[i] == '\n') ++lfs;
-        if (in.data[i] == '\r' && i + 1 < in.length && in.data[i + 1] == '\n') ++pairs;
+    for (const char* at = in.data; (at = static_cast<const char*>(std::memchr(at, '\r', static_cast<size_t>(end - at)))) != nullptr; ++at) {
+        ++crs;
+        if (at + 1 < end && at[1] == '\n') ++pairs;
+    }
+    int32_t lfs = 0;
+    for (const char* at = in.data; lfs <= crs && (at = static_cast<const char*>(std::memchr(at, '\n', static_cast<size_t>(end - at)))) != nullptr; ++at) {
+        ++lfs;
     }
     if ((lfs > crs && pairs < 3) || !looksLikeAamva(in)) return -1;
     int32_t n = 0;
