@@ -56,7 +56,7 @@ SVT_API void SVT_delete(SVT_ParserHandle* handle);
 SVT_API int SVT_parse(SVT_ParserHandle* handle, const void* data, int length);
 /** As SVT_parse, after repairing damage scanners and apps do to the text when the input shows it; same statuses. */
 SVT_API int SVT_parseLenient(SVT_ParserHandle* handle, const void* data, int length);
-/** The repairs the last parse applied, comma-separated names ("crlf-lines,utf8-to-latin1"); -26 and "" when none or they do not fit. */
+/** The repairs the last parse applied, comma-separated in the order they run ("utf8-to-latin1,crlf-lines"); -26 and "" when none or they do not fit. */
 SVT_API int SVT_getRepairs(SVT_ParserHandle* handle, char* buffer, int capacity);
 
 /* Field getters: (handle, buffer, capacity) -> 0, -21 (bad argument or no parse yet), -26 (no answer). */
@@ -76,7 +76,7 @@ SVT_API int SVT_getLastName(SVT_ParserHandle* handle, char* buffer, int capacity
 SVT_API int SVT_getNameSuffix(SVT_ParserHandle* handle, char* buffer, int capacity);
 /** Name prefix, as read; never derived from the whole name. */
 SVT_API int SVT_getNamePrefix(SVT_ParserHandle* handle, char* buffer, int capacity);
-/** Whole name with blanks between its parts, cut to capacity - 2 characters; else the parts joined. */
+/** Whole name as stored, blanks between its parts, cut to capacity - 2 characters; else the parts joined, cut to capacity - 1. */
 SVT_API int SVT_getFullName(SVT_ParserHandle* handle, char* buffer, int capacity);
 
 /* Country, jurisdiction and issuer. */
@@ -102,7 +102,7 @@ SVT_API int SVT_getAddress2(SVT_ParserHandle* handle, char* buffer, int capacity
 SVT_API int SVT_getCity(SVT_ParserHandle* handle, char* buffer, int capacity);
 /** Postal code; US ZIP codes as 12345-6789 (-18 when capacity < 11); derived from the address line when not stored. */
 SVT_API int SVT_getPostalCode(SVT_ParserHandle* handle, char* buffer, int capacity);
-/** Document or customer number, at most capacity - 2 characters. */
+/** Document or customer number, cut to capacity - 2 characters; where the jurisdiction prints it in groups, without their blanks (and hyphens) and cut to capacity - 1. */
 SVT_API int SVT_getLicenseNumber(SVT_ParserHandle* handle, char* buffer, int capacity);
 
 /* Dates, answered as MM/DD/YYYY. */
@@ -128,7 +128,7 @@ SVT_API int SVT_getEyeColor(SVT_ParserHandle* handle, char* buffer, int capacity
 SVT_API int SVT_getHairColor(SVT_ParserHandle* handle, char* buffer, int capacity);
 /** Race, as stored on the document. */
 SVT_API int SVT_getRace(SVT_ParserHandle* handle, char* buffer, int capacity);
-/** Height: feet and inches (5'10"), centimetres (175cm) or the document's own text; -18 when it does not fit. */
+/** Height: the document's own text (cut to fit), else feet and inches (5'10") or centimetres (175cm), -18 when those do not fit. */
 SVT_API int SVT_getHeight(SVT_ParserHandle* handle, char* buffer, int capacity);
 /** Weight in kilograms or a kilogram range; -21 when capacity < 4. A converted number that fills the buffer exactly is not terminated. */
 SVT_API int SVT_getWeightKG(SVT_ParserHandle* handle, char* buffer, int capacity);
@@ -167,11 +167,11 @@ SVT_API int SVT_getVeteran(SVT_ParserHandle* handle, int* value);
 
 /* Validity checks: (handle, ..., int* status) -> 0 with status 1 (not checkable), 2 (valid)
  * or 3 (invalid); -21 for a null handle or status pointer; other failures returned as
- * they are, the status left unchanged. */
+ * they are (SVT_validateDocumentId: -21 before the first parse), the status left unchanged. */
 
 /** Whether the licence number has a shape its jurisdiction issues. */
 SVT_API int SVT_validateDocumentId(SVT_ParserHandle* handle, int* status);
-/** Whether a PDF417 symbol of these data columns (3-33), rows (3-90) and error-correction level (0-8) is one the jurisdiction prints. */
+/** Whether a PDF417 symbol of these data columns (3-33), rows (3-90) and error-correction level (0-8) is one the jurisdiction prints; -21 outside them. */
 SVT_API int SVT_validateBarcode(SVT_ParserHandle* handle, int columns, int rows, int errorCorrectionLevel, int* status);
 /** Whether the jurisdiction code agrees with the issuer identification number. */
 SVT_API int SVT_validateJurisdictionCode(SVT_ParserHandle* handle, int* status);

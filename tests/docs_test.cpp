@@ -88,6 +88,17 @@ TEST(Docs, FormatTableIsTheRegistrys) {
     EXPECT_EQ(written, table) << "run the unit tests with ORVANE_REWRITE_DOCS=1 to rewrite " << page;
 }
 
+// The pages that count the formats, as they count them.
+TEST(Docs, FormatCountsAreTheRegistrys) {
+    const std::string counts = std::to_string(formatRegistry().size()) + " of them, and " +
+                               std::to_string(lenientRegistry().size() - formatRegistry().size()) + " more";
+    for (const char* page : {"README.md", "js/README.md"}) {
+        std::string text = testing::readBytes(fs::path(ORVANE_SOURCE_DIR) / page);
+        std::replace(text.begin(), text.end(), '\n', ' ');  // a count may wrap
+        EXPECT_NE(text.find("(" + counts), std::string::npos) << page << " should say (" << counts;
+    }
+}
+
 TEST(Docs, EveryRepairIsDescribed) {
     const std::string page = testing::readBytes(docsPath("lenient.md"));
     for (const Repair& repair : repairTable()) {
@@ -95,9 +106,9 @@ TEST(Docs, EveryRepairIsDescribed) {
     }
 }
 
-// The member names of a JSON object's top level, read from the library's own output.
-std::set<std::string> topLevelMembers(const std::string& json) {
-    std::set<std::string> members;
+// The member names of a JSON object's top level, in order, read from the library's own output.
+std::vector<std::string> topLevelMembers(const std::string& json) {
+    std::vector<std::string> members;
     int depth = 0;
     bool inString = false;
     std::string current;
@@ -108,7 +119,7 @@ std::set<std::string> topLevelMembers(const std::string& json) {
                 current += json[++i];
             } else if (c == '"') {
                 inString = false;
-                if (depth == 1 && i + 1 < json.size() && json[i + 1] == ':') members.insert(current);
+                if (depth == 1 && i + 1 < json.size() && json[i + 1] == ':') members.push_back(current);
             } else {
                 current += c;
             }
@@ -124,8 +135,12 @@ std::set<std::string> topLevelMembers(const std::string& json) {
     return members;
 }
 
+// Described in the page's table of members, in the order the object writes them.
 TEST(Docs, EveryMemberOfTheJsonObjectIsDescribed) {
     const std::string page = testing::readBytes(docsPath("json.md"));
+    const size_t from = page.find("## Members");
+    ASSERT_NE(from, std::string::npos);
+    const std::string table = page.substr(from, page.find("Written by `orvane-parse` only", from) - from);
     testing::HandlePtr handle(SVT_create());
     std::vector<char> buffer(1 << 16);
     std::set<std::string> members;
@@ -134,12 +149,17 @@ TEST(Docs, EveryMemberOfTheJsonObjectIsDescribed) {
         SVT_parse(handle.get(), input.data(), static_cast<int>(input.size()));
         int length = 0;
         ASSERT_EQ(SVT_getResultJson(handle.get(), buffer.data(), static_cast<int>(buffer.size()), &length), SVT_OK);
-        for (const std::string& member : topLevelMembers(buffer.data())) members.insert(member);
+        size_t previous = 0;
+        for (const std::string& member : topLevelMembers(buffer.data())) {
+            members.insert(member);
+            const size_t at = table.find("`" + member + "`");
+            EXPECT_NE(at, std::string::npos) << member;
+            if (at == std::string::npos) continue;
+            EXPECT_GT(at, previous) << member << " is listed before the member written ahead of it in " << path;
+            previous = at;
+        }
     }
     EXPECT_GT(members.size(), 40u);
-    for (const std::string& member : members) {
-        EXPECT_NE(page.find("`" + member + "`"), std::string::npos) << member;
-    }
 }
 
 }  // namespace

@@ -2,9 +2,9 @@
 
 Hand it what a PDF417 reader, a magnetic-stripe reader or OCR of a
 machine-readable zone gave; the library recognises the format itself (68 of
-them: North-American licence barcodes of every AAMVA edition, licence stripes,
-military ID cards, passport, identity-card and visa zones, national documents)
-and keeps the best reading::
+them, and 7 more the default lenient parse tries: North-American licence
+barcodes of every AAMVA edition, licence stripes, military ID cards, passport,
+identity-card and visa zones, national documents) and keeps the best reading::
 
     import orvane_parser
 
