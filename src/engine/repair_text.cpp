@@ -124,16 +124,17 @@ int32_t repairLineBreaks(TextSpan in, char* out, int32_t room) {
     // CRs are few where this is asked, so they are found with memchr, and the LFs are
     // counted only until they outnumber them.
     const char* end = in.data + in.length;
+    const auto next = [end](const char* at, char c) {
+        return static_cast<const char*>(std::memchr(at, c, static_cast<size_t>(end - at)));
+    };
     int32_t pairs = 0;
     crs = 0;
-    for (const char* at = in.data; (at = static_cast<const char*>(std::memchr(at, '\r', static_cast<size_t>(end - at)))) != nullptr; ++at) {
+    for (const char* at = next(in.data, '\r'); at != nullptr; at = next(at + 1, '\r')) {
         ++crs;
         if (at + 1 < end && at[1] == '\n') ++pairs;
     }
     int32_t lfs = 0;
-    for (const char* at = in.data; lfs <= crs && (at = static_cast<const char*>(std::memchr(at, '\n', static_cast<size_t>(end - at)))) != nullptr; ++at) {
-        ++lfs;
-    }
+    for (const char* at = next(in.data, '\n'); at != nullptr && lfs <= crs; at = next(at + 1, '\n')) ++lfs;
     if ((lfs > crs && pairs < 3) || !looksLikeAamva(in)) return -1;
     int32_t n = 0;
     for (int32_t i = 0; i < in.length && n < room; ++i) {
