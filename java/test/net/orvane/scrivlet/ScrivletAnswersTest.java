@@ -9,8 +9,6 @@ import static org.junit.Assert.fail;
 import java.io.File;
 import java.io.IOException;
 import java.lang.reflect.Field;
-import java.lang.reflect.Method;
-import java.nio.ByteBuffer;
 import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.time.LocalDate;
@@ -98,13 +96,7 @@ public class ScrivletAnswersTest {
     @Test
     public void theLenientParseFillsAnyResultClassAsParseDoes() throws Exception {
         ScrivletTest.ResultWithoutIin partial = new ScrivletTest.ResultWithoutIin();
-        ByteBuffer input = ByteBuffer.allocateDirect(indented().length).put(indented());
-        Method parse = Scrivlet.class.getDeclaredMethod("nativeParseLenient", long.class, Object.class,
-                ByteBuffer.class, int.class, BarcodeDescription.class);
-        parse.setAccessible(true);
-        Field handle = Scrivlet.class.getDeclaredField("handle");
-        handle.setAccessible(true);
-        int status = (Integer) parse.invoke(parser, handle.getLong(parser), partial, input, input.capacity(), null);
+        int status = ScrivletTest.parseNatively(parser, "nativeParseLenient", partial, indented());
         assertEquals(Scrivlet.JAVA_ERROR, status);
         assertEquals("JORDAN", partial.firstName);
         assertEquals("AZ", partial.jurisdictionCode);

@@ -131,13 +131,7 @@ public class ScrivletTest {
     @Test
     public void aMissingFieldStopsTheCopyWithAJavaError() throws Exception {
         ResultWithoutIin result = new ResultWithoutIin();
-        ByteBuffer input = direct(sample("aamva-2013-arizona"));
-        Method parse = Scrivlet.class.getDeclaredMethod("nativeParse", long.class, Object.class,
-                ByteBuffer.class, int.class, BarcodeDescription.class);
-        parse.setAccessible(true);
-        Field handle = Scrivlet.class.getDeclaredField("handle");
-        handle.setAccessible(true);
-        int status = (Integer) parse.invoke(parser, handle.getLong(parser), result, input, input.capacity(), null);
+        int status = parseNatively(parser, "nativeParse", result, sample("aamva-2013-arizona"));
         assertEquals(Scrivlet.JAVA_ERROR, status);
         assertEquals("JORDAN", result.firstName);
         assertEquals("AZ", result.jurisdictionCode);
@@ -220,6 +214,17 @@ public class ScrivletTest {
         parser.close();
         parser.close();
         parser = new Scrivlet();
+    }
+
+    /** Calls a native parse directly, past the Java checks, into any result object. */
+    static int parseNatively(Scrivlet parser, String nativeName, Object result, byte[] bytes) throws Exception {
+        ByteBuffer input = direct(bytes);
+        Method parse = Scrivlet.class.getDeclaredMethod(nativeName, long.class, Object.class, ByteBuffer.class,
+                int.class, BarcodeDescription.class);
+        parse.setAccessible(true);
+        Field handle = Scrivlet.class.getDeclaredField("handle");
+        handle.setAccessible(true);
+        return (Integer) parse.invoke(parser, handle.getLong(parser), result, input, input.capacity(), null);
     }
 
     private static ByteBuffer direct(byte[] bytes) {
